@@ -1,0 +1,90 @@
+// The database engine, its one workspace and the open database.
+#pragma once
+
+#include <QString>
+#include <memory>
+
+#include "engine/dao/recordset.h"
+#include "engine/dao/tabledef.h"
+#include "engine/datei/datenbankdatei.h"
+
+namespace dao {
+
+class Workspace;
+
+// An open database. Its file is read when a table is first used and written by `Sichern` only.
+class Database {
+  public:
+    ~Database();
+    Database(const Database&) = delete;
+    Database& operator=(const Database&) = delete;
+
+    dao::TableDefs& TableDefs();
+    dao::Relations& Relations();
+    // `quelle` is a table's name or a text that begins with "SELECT". Raises 3011 for an unknown table,
+    // 3061 for an unknown field, 3075 for a text that is not understood.
+    std::unique_ptr<Recordset> OpenRecordset(const QString& quelle, int typ = dbOpenVorgabe);
+    // "DELETE * FROM [table] WHERE [field] = number". Returns the number of records deleted.
+    qint64 Execute(const QString& anweisung);
+    std::unique_ptr<TableDef> CreateTableDef();
+    Relation CreateRelation(const QString& name, const QString& tabelle, const QString& fremdtabelle, int attribute);
+    void setQueryTimeout(int sekunden) { abfrageFrist_ = sekunden; }
+    // Lets go of the file and the working store; what was not saved is lost. Every later operation raises 3420.
+    void Close();
+
+    // True when the tables differ from those in the file.
+    bool ungesichert() const;
+    // Brings the file up to date: all tables dropped, renamed and added since, in one atomic step. Either all of
+    // it is in the file, or an EngineFehler is raised, the file is what it was, and the call can be repeated.
+    // Returns what the user has to be told (an index that was written plain because of equal keys).
+    engine::Hinweise Sichern();
+
+  private:
+    friend class Workspace;
+    friend class TableDef;
+    friend class TableDefs;
+    friend class Fields;
+    friend class Relations;
+    friend class Recordset;
+    struct Zustand;
+    explicit Database(std::unique_ptr<Zustand> zustand);
+    std::unique_ptr<Zustand> z_;
+    int abfrageFrist_ = 0;
+};
+
+// Owner of all transactions. They do not nest: the program never holds more than one.
+class Workspace {
+  public:
+    ~Workspace();
+    Workspace(const Workspace&) = delete;
+    Workspace& operator=(const Workspace&) = delete;
+
+    // Opens the file for the program. `verbindung` is the connect text: ";PWD=...;", "Excel 5.0;", "Dbase 5;" or "".
+    // Raises 3024 (no file), 3343 (unknown kind), 3031 (password), 3045 (open elsewhere), 3027 (read-only),
+    // 3049 (damaged), 3035 (an order or code page that cannot be written safely).
+    std::unique_ptr<Database> OpenDatabase(const QString& name, bool exklusiv, bool nurLesen, const QString& verbindung);
+    // A transaction covers rows as well as tables and fields that were added, dropped or renamed in it.
+    void BeginTrans();
+    // CommitTrans and Rollback raise 3034 when no transaction is open.
+    void CommitTrans();
+    void Rollback();
+    void Close();
+
+  private:
+    friend class DBEngine;
+    friend class Database;
+    struct Zustand;
+    explicit Workspace(std::unique_ptr<Zustand> zustand);
+    std::unique_ptr<Zustand> z_;
+};
+
+class DBEngine {
+  public:
+    static std::unique_ptr<Workspace> CreateWorkspace(const QString& name, const QString& benutzer,
+                                                      const QString& passwort, int art = 2);
+    // The list holds the errors of the last operation that failed and is never emptied by a success:
+    // 0 before the first failure, 1 from then on.
+    static int ErrorsCount();
+};
+
+}  // namespace dao
