@@ -1,0 +1,81 @@
+"""Client of lindgarn-fernsteuerung: starts the real program and drives its real window, command by command."""
+import json
+import subprocess
+
+
+class Fernsteuerung:
+    """One running program. Commands are methods or `befehl`; a command that fails raises `Abgelehnt`."""
+
+    class Abgelehnt(Exception):
+        pass
+
+    def __init__(self, programm, umgebung=None):
+        self._nr = 0
+        self._prozess = subprocess.Popen(
+            [str(programm)], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8", env=umgebung
+        )
+
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        if self._prozess.poll() is None:
+            self._prozess.stdin.close()
+            try:
+                self._prozess.wait(20)
+            except subprocess.TimeoutExpired:
+                self._prozess.kill()
+
+    @property
+    def prozess(self):
+        return self._prozess
+
+    def befehl(self, cmd, **felder):
+        """Sends one command and returns its result."""
+        self._nr += 1
+        zeile = json.dumps({"id": self._nr, "cmd": cmd, **felder}, ensure_ascii=False)
+        self._prozess.stdin.write(zeile + "\n")
+        self._prozess.stdin.flush()
+        antwort = self._prozess.stdout.readline()
+        if not antwort:
+            raise RuntimeError(f"Das Programm ist beendet (bei {zeile}).")
+        antwort = json.loads(antwort)
+        if "error" in antwort:
+            raise self.Abgelehnt(f"{zeile}: {antwort['error']}")
+        return antwort.get("result")
+
+    def klicken(self, objekt):
+        return self.befehl("klicken", objekt=objekt)
+
+    def setzen(self, objekt, wert):
+        return self.befehl("setzen", objekt=objekt, wert=wert)
+
+    def lesen(self, objekt):
+        return self.befehl("lesen", objekt=objekt)
+
+    def text(self, objekt):
+        return self.lesen(objekt)["text"]
+
+    def gitter(self, objekt):
+        return self.befehl("gitter", objekt=objekt)
+
+    def warten(self, auf, wert=None, ms=60000):
+        felder = {"auf": auf, "ms": ms}
+        if wert is not None:
+            felder["wert"] = wert
+        return self.befehl("warten", **felder)
+
+    def rahmen(self, nummer, ms=60000):
+        return self.warten("rahmen", nummer, ms)
+
+    def meldung(self):
+        return self.befehl("meldung")
+
+    def druecken(self, knopf, **felder):
+        return self.befehl("druecken", knopf=knopf, **felder)
+
+    def zustand(self):
+        return self.befehl("zustand")
+
+    def bild(self, datei):
+        return self.befehl("bild", datei=str(datei))
