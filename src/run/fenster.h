@@ -18,10 +18,10 @@ struct Meldung {
 
 // The options of frame 11 as they stand in its controls.
 struct Suchoptionen {
-    int suchFeld[9] = {};              // ListIndex of cbxSuchFeld; 0 is "*** Unbenutzt ***", n the n-th field
-    bool durchfuehren[3] = {};         // chkSucheDurchführen
-    int zeichenRichtig[3] = {2, 5, 5}; // sdrZeichenRichtig, 1 to 5
-    int toleranz = 1;                  // sdrToleranz, 0 to 3
+    int suchFeld[9] = {};       // ListIndex of cbxSuchFeld; 0 is "*** Unbenutzt ***", n the n-th field
+    bool durchfuehren[3] = {};  // chkSucheDurchführen
+    int zeichenRichtig[3] = {2, 5, 5};  // sdrZeichenRichtig, 1 to 5
+    int toleranz = 1;                   // sdrToleranz, 0 to 3
     bool quickSuche = false;
     bool ansprechpartnerDifferenzieren = false;
 };
@@ -33,8 +33,8 @@ class Fenster {
     // Shows a modal box and returns the button pressed.
     virtual Knopf meldungZeigen(const Meldung& meldung) = 0;
 
-    // Frames. Filling and checking may raise EngineFehler; checking shows its own messages and returns whether
-    // all is well. `rahmen` is a frame number.
+    // Frames. Filling and checking may raise EngineFehler; checking shows its own messages and returns
+    // whether all is well. `rahmen` is a frame number.
     virtual void rahmenSichtbar(int rahmen, bool sichtbar) = 0;
     virtual void rahmenFuellen(int rahmen) = 0;
     virtual bool rahmenPruefen(int rahmen) = 0;
@@ -46,21 +46,21 @@ class Fenster {
     virtual void zurueckAktiv(bool aktiv) = 0;
 
     // Frame 6.
-    virtual void information(const QString& text) = 0;                // lblInformation
-    virtual void datensaetze(const QString& text) = 0;                // lblDatensätze
-    virtual void dauer(const QString& text) = 0;                      // lblDauer
-    virtual void verbleibendeZeit(const QString& text) = 0;           // lblVerbleibendeZeit
-    virtual void teilFortschritt(float prozent) = 0;                  // pgbTeilFortschritt, 0 to 100
-    virtual float teilFortschritt() const = 0;                        // the value read back from the bar
-    virtual void teilFortschrittText(const QString& text) = 0;        // lblTeilFortschritt
-    virtual void taktgeber(bool an) = 0;                              // tmrDauer and tmrFortschritt
+    virtual void information(const QString& text) = 0;          // lblInformation
+    virtual void datensaetze(const QString& text) = 0;          // lblDatensätze
+    virtual void dauer(const QString& text) = 0;                // lblDauer
+    virtual void verbleibendeZeit(const QString& text) = 0;     // lblVerbleibendeZeit
+    virtual void teilFortschritt(float prozent) = 0;            // pgbTeilFortschritt, 0 to 100
+    virtual float teilFortschritt() const = 0;                  // the value read back from the bar
+    virtual void teilFortschrittText(const QString& text) = 0;  // lblTeilFortschritt
+    virtual void taktgeber(bool an) = 0;                        // tmrDauer and tmrFortschritt
 
     // Serves timers, painting and the user's clicks.
     virtual void ereignisseVerarbeiten() = 0;
     // The same without the user's clicks and keys, for moments in which nothing may re-enter.
     virtual void nurZeichnen() = 0;
-    virtual void neuZeichnen() = 0;              // repaints the main window at once
-    virtual void sanduhr(bool an) = 0;           // hourglass pointer
+    virtual void neuZeichnen() = 0;     // repaints the main window at once
+    virtual void sanduhr(bool an) = 0;  // hourglass pointer
 
     virtual Suchoptionen suchoptionen() = 0;
     // Loads frmDublettenBearbeiten and shows it modally; it sets `gAbbruch` or `gFehler` when it was not
@@ -72,6 +72,9 @@ class Fenster {
 void FensterSetzen(Fenster* fenster);
 Fenster& fenster();
 
-// The yield of every loop of a run, once per item. Cheap: events are pumped when some milliseconds have passed
-// since the last time, so timers and the abort button stay live.
+// The yield of every loop of a run, once per item. Cheap: events are pumped when some milliseconds have
+// passed since the last time, so timers and the abort button stay live.
 void DoEvents();
+
+// Tests only: the least time between two pumps of `DoEvents`; 0 pumps at every call. The program's own is 8.
+void DoEventsAbstandSetzen(int ms);

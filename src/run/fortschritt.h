@@ -15,6 +15,7 @@ void tmrFortschritt_Timer();
 void tmrDauer_Timer(int intervallMs);
 
 // {lblDauer, lblVerbleibendeZeit} for a position; both empty at position 0. Times in milliseconds.
+// A time that does not fit 32 bits (24 days) shows as the greatest one that does.
 std::pair<QString, QString> ZeitAnzeige(qint64 laufzeitMs, qint64 wert, qint64 gesamt);
 // Two digits for numbers below 10.
 QString ZeitZweistellig(int wert);

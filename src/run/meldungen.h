@@ -10,7 +10,8 @@ void HinweisZeigen(const QString& text);     // title " Hinweis", information, O
 void AchtungZeigen(const QString& text);     // title " Achtung!", exclamation, OK
 
 // Title " Fehler!", critical; Abbrechen, Wiederholen, Ignorieren, the third one preselected. Appends the
-// description of the failure being handled (`FehlerMerken`) when `gSystemmeldungZeigen` is set.
+// description of the failure being handled (`FehlerMerken`) when `gSystemmeldungZeigen` is set; that failure is
+// then done with, so that a later box does not tell it again.
 Knopf FehlerZeigen(const QString& text);
 
 // Takes the failure that a handler caught as the present one: its number and description feed `FehlerZeigen`.
