@@ -24,6 +24,7 @@ int EngineFehlerAnzahl();
 
 // Published error numbers that the engine uses.
 enum FehlerNummer : int {
+    kUngueltigesArgument = 5,        // invalid procedure call or argument
     kUeberlauf = 6,                  // overflow of a small counter
     kIndexAusserhalb = 9,            // subscript out of range
     kTypenUnvertraeglich = 13,       // type mismatch

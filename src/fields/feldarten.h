@@ -75,7 +75,7 @@ bool FeldIgnoriert(const FeldZuordnung& zuordnung);
 qint16 Maske(std::initializer_list<int> feldarten);
 
 // "(Straße,Hausnummer)": the names of the kinds joined by commas inside one pair of brackets.
-QString FeldartBeschriftung(std::initializer_list<int> feldarten);
+QString FeldartBeschriftung(const std::vector<int>& feldarten);
 
 // A line of the field list: a blank, the name, points, the label; name, points and label are 58 characters.
 // Raises 5 (invalid argument) when name and label alone are longer.

@@ -8,7 +8,7 @@
 
 struct Feldvorschlag {
     FeldZuordnung zuordnung;
-    QString beschriftung;    // "(Firmenname,Rechtsform)"
+    QString beschriftung;  // "(Firmenname,Rechtsform)"
 };
 
 // `zufallswert` draws one value of the field as a text ("" for a Null); it is called at most 20 times.
