@@ -1,0 +1,87 @@
+"""What the end-to-end tests share: where things are, a driven program on a private copy, and the main job's steps."""
+import os
+import pathlib
+import shutil
+import sys
+import tempfile
+import unittest
+
+WURZEL = pathlib.Path(__file__).resolve().parents[2]
+sys.path.insert(0, str(WURZEL / "skripte"))
+
+from fernsteuerung import Fernsteuerung  # noqa: E402
+
+PROGRAMM = os.environ["LINDGARN_PROGRAMM"]
+FREMDDATEN = pathlib.Path(os.environ["LINDGARN_FREMDDATEN"])
+BEISPIELE = pathlib.Path(os.environ["LINDGARN_BEISPIELE"])
+
+
+def fremde_datei(name):
+    """A file that others wrote; the test is skipped by name where it is missing."""
+    datei = FREMDDATEN / name
+    if not datei.exists():
+        raise unittest.SkipTest(f"{name} ist nicht vorhanden")
+    return datei
+
+
+class AmProgramm(unittest.TestCase):
+    """A test with a private folder, in which the program keeps its store and files are copied."""
+
+    def setUp(self):
+        ordner = tempfile.TemporaryDirectory()
+        self.addCleanup(ordner.cleanup)
+        self.ordner = pathlib.Path(ordner.name)
+
+    def kopie(self, datei):
+        return pathlib.Path(shutil.copy(datei, self.ordner / datei.name))
+
+    def programm(self):
+        ablage = self.ordner / "ablage"
+        leer = self.ordner / "programmordner"
+        leer.mkdir(exist_ok=True)
+        umgebung = {
+            **os.environ,
+            "QT_QPA_PLATFORM": "offscreen",
+            "LINDGARN_ABLAGE": str(ablage),
+            "LINDGARN_ORDNER": str(leer),
+        }
+        fern = Fernsteuerung(PROGRAMM, umgebung)
+        self.addCleanup(fern.__exit__)
+        return fern
+
+    def bis_tabelle(self, fern, datei, tabelle):
+        """From the welcome page to frame 3, with the table selected."""
+        for rahmen in (0, 1):
+            fern.rahmen(rahmen)
+            fern.klicken("btnWeiter")
+        fern.rahmen(2)
+        fern.setzen("tbxDatenbankName", str(datei))
+        fern.klicken("btnWeiter")
+        fern.rahmen(3)
+        fern.setzen("lstTabellen", tabelle)
+
+    def bis_suchoptionen(self, fern, datei, tabelle="Adressen"):
+        """From the welcome page to frame 11. Returns the lines of the field list and the target's name."""
+        self.bis_tabelle(fern, datei, tabelle)
+        fern.klicken("btnWeiter")
+        fern.rahmen(5)
+        fern.klicken("btnAuswahl_3")
+        fern.rahmen(7)
+        felder = fern.lesen("lstFelder")["eintraege"]
+        fern.klicken("btnWeiter")
+        fern.rahmen(4)
+        ziel = fern.text("tbxZielTabelle")
+        fern.klicken("btnWeiter")
+        fern.rahmen(11)
+        return felder, ziel
+
+    def review_oeffnen(self, fern, ms=120000):
+        fern.klicken("btnWeiter")
+        fern.warten("fenster", "frmDublettenBearbeiten", ms)
+
+    def review_fertig(self, fern):
+        """Finishes the review with what was moved; answers its last question."""
+        fern.klicken("btnFertig")
+        fern.warten("meldung")
+        fern.druecken("Ja")
+        fern.rahmen(13)
