@@ -2,7 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 
+#include "base/fehler.h"
 #include "run/meldungen.h"
 
 // One procedure's handler. Each step runs under it:
@@ -67,4 +69,17 @@ void FehlerUebergehen(Schritt&& schritt) {
         schritt();
     } catch (...) {
     }
+}
+
+// The object that an earlier step was to make. Raises 3420 when that step failed and was passed over.
+template <typename T>
+T& Gesetzt(T* objekt) {
+    if (!objekt)
+        throw EngineFehler(kObjektUngueltig, QStringLiteral("Objekt ist ungültig oder nicht festgelegt."));
+    return *objekt;
+}
+
+template <typename T>
+T& Gesetzt(const std::unique_ptr<T>& objekt) {
+    return Gesetzt(objekt.get());
 }

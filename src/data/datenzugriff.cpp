@@ -1,0 +1,146 @@
+// Opening databases and small questions to them.
+#include "data/datenzugriff.h"
+
+#include "base/fehler.h"
+#include "base/pfad.h"
+#include "base/text.h"
+#include "run/schritte.h"
+#include "run/zustand.h"
+
+namespace {
+
+constexpr int kDbaseNamenslaenge = 8;
+
+struct Oeffnung {
+    QString name;
+    QString format;
+};
+
+// What the extension makes of a path; an extension that leaves the format alone keeps the one given.
+Oeffnung oeffnungFuer(const QString& endung, const QString& pfad, const QString& passwort,
+                      const QString& bisher) {
+    const QString ordner = VerzeichnisAusPfad(pfad);
+    if (endung == u"MDB") return {pfad, QStringLiteral(";PWD=") + passwort + u';'};
+    if (endung == u"XLS") return {pfad, QString::fromUtf16(kFormatExcel5)};
+    if (endung == u"DBF")
+        return {ordner.chopped(std::min<qsizetype>(1, ordner.size())), QString::fromUtf16(kFormatDbase5)};
+    if (endung == u"DB" || endung == u"TXT") return {ordner, bisher};
+    return {pfad, QString()};
+}
+
+QString verbindungstext(const QString& pfad, const QString& passwort) {
+    return QStringLiteral("Provider=Microsoft.Jet.OLEDB.4.0;Data Source=") + pfad +
+           QStringLiteral(";Jet OLEDB:Database Password=") + passwort + u';';
+}
+
+// Shows the advice for the first table whose name is too long for the old formats; True when there was one.
+bool langerNameGemeldet(dao::Database& datenbank) {
+    if (gDatenbankFormat != kFormatDbase3 && gDatenbankFormat != kFormatDbase4) return false;
+    for (const auto& tabelle : datenbank.TableDefs()) {
+        if (tabelle->Name().size() <= kDbaseNamenslaenge) continue;
+        fenster().sanduhr(false);
+        Meldung rat;
+        rat.text = QStringLiteral("Bitte geben sie der Tabelle \"") + tabelle->Name() +
+                   QStringLiteral(
+                       "\"\reinen Namen mit maximal 8 Zeichen Länge, sonst\r"
+                       "können bei diesen älteren Formaten Probleme auftreten.");
+        fenster().meldungZeigen(rat);
+        return true;
+    }
+    return false;
+}
+
+// Refusals that have nothing to do with format and password say themselves what to do.
+bool erklaertSichSelbst(int nummer) {
+    switch (nummer) {
+        case kDateiGesperrt:
+        case kSchreibgeschuetzt:
+        case kSystemgrenze:
+        case kDatentraegerVoll:
+        case kDateifehler:
+            return true;
+        default:
+            return false;
+    }
+}
+
+void oeffnenFehlgeschlagen() {
+    QString text = QStringLiteral(
+        "Fehler beim Öffnen der Datenbank.\rDas Datenbankformat wird nicht unterstützt oder\r"
+        "das eingegebene Passwort ist nicht korrekt.");
+    if (erklaertSichSelbst(FehlerNummerGemerkt())) text += QStringLiteral("\r\r") + FehlerBeschreibung();
+    FehlerVergessen();
+    AchtungZeigen(text);
+    gFehler = true;
+    fenster().sanduhr(false);
+}
+
+void oeffnen(const QString& pfad, const QString& passwort, std::unique_ptr<dao::Database>& datenbank) {
+    const QString endung = Grossschrift(DateiEndung(pfad));
+    const Oeffnung oeffnung = oeffnungFuer(endung, pfad, passwort, gDatenbankFormat);
+    gDatenbankName = oeffnung.name;
+    gDatenbankFormat = oeffnung.format;
+    gVerbindungstext = verbindungstext(pfad, passwort);
+    datenbank = Gesetzt(gArbeitsbereich).OpenDatabase(gDatenbankName, false, false, gDatenbankFormat);
+    if (langerNameGemeldet(*datenbank)) {
+        gFehler = true;
+        return;
+    }
+    datenbank->setQueryTimeout(1);
+    fenster().sanduhr(false);
+}
+
+bool sichern(dao::Database& datenbank) {
+    Schritte s(
+        [] { return QStringLiteral("Fehler beim Speichern der Datenbank '%1'.").arg(gDatenbankPfad); });
+    engine::Hinweise hinweise;
+    bool weiter = true;
+    s.ablauf([&] { s.tu([&] { hinweise = datenbank.Sichern(); }); }, [&] { weiter = false; });
+    for (const QString& hinweis : hinweise) HinweisZeigen(hinweis);
+    return weiter;
+}
+
+}  // namespace
+
+void DatenbankOeffnen(const QString& pfad, const QString& passwort,
+                      std::unique_ptr<dao::Database>& datenbank) {
+    gFehler = false;
+    gDatenbankPfad = gDatenbankName = pfad;
+    gDatenbankPasswort = passwort;
+    fenster().sanduhr(true);
+    try {
+        return oeffnen(pfad, passwort, datenbank);
+    } catch (...) {
+        FehlerMerken();
+    }
+    oeffnenFehlgeschlagen();
+}
+
+void DatenbankSchliessen(std::unique_ptr<dao::Database>& datenbank) {
+    if (!datenbank) return;
+    FehlerUebergehen([&] {
+        if (datenbank->ungesichert()) sichern(*datenbank);
+    });
+    FehlerUebergehen([&] { datenbank->Close(); });
+    datenbank.reset();
+}
+
+bool DatenbankSichern() {
+    return !gDatenbank || sichern(*gDatenbank);
+}
+
+qint64 DatensaetzeZaehlen(dao::Recordset& satz) {
+    if (satz.Eof()) return 0;
+    satz.MoveLast();
+    const qint64 anzahl = satz.RecordCount();
+    satz.MoveFirst();
+    return anzahl;
+}
+
+int TabelleVorhanden(const QString& name) {
+    dao::TableDefs& tabellen = gDatenbank->TableDefs();
+    const QString gesucht = Grossschrift(name);
+    for (int i = 0; i < tabellen.Count(); ++i)
+        if (Grossschrift(tabellen.Item(i).Name()) == gesucht) return i;
+    return -1;
+}

@@ -1,0 +1,92 @@
+// The per-user store, as a settings file.
+#include "data/registry.h"
+
+#include <QSettings>
+#include <limits>
+#include <memory>
+
+#include "base/text.h"
+
+namespace {
+
+QString ablage;  // another file for the store; written by RegAblageSetzen, empty outside tests
+
+// Inside a key's group: the mark that the key was made, and a group for each value.
+QString marke() {
+    return QStringLiteral("Angelegt");
+}
+
+std::unique_ptr<QSettings> ablageOeffnen() {
+    if (!ablage.isEmpty()) return std::make_unique<QSettings>(ablage, QSettings::IniFormat);
+    return std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Tessmark"),
+                                       QStringLiteral("Lindgarn"));
+}
+
+// Every root has a group of its own; a key path becomes nested groups.
+QString gruppe(Schluesselwurzel wurzel, const QString& schluessel) {
+    Q_ASSERT(wurzel == Schluesselwurzel::BenutzerAktuell);
+    Q_UNUSED(wurzel);
+    return QStringLiteral("Benutzer/") + TextErsetzen(schluessel, QStringLiteral("\\"), QStringLiteral("/"));
+}
+
+QString wertGruppe(const QString& name) {
+    return QStringLiteral("Wert ") + name;
+}
+
+// Opens a key; none when it was never made.
+std::unique_ptr<QSettings> schluesselOeffnen(Schluesselwurzel wurzel, const QString& schluessel) {
+    auto einstellungen = ablageOeffnen();
+    einstellungen->beginGroup(gruppe(wurzel, schluessel));
+    if (einstellungen->allKeys().isEmpty()) einstellungen.reset();
+    return einstellungen;
+}
+
+bool passtIn32Bit(const Wert& wert) {
+    if (!wert.istZahl() && wert.art() != Wert::Art::Wahrheit) return false;
+    const double zahl = wert.alsZahl();
+    return zahl >= std::numeric_limits<qint32>::min() && zahl <= std::numeric_limits<qint32>::max();
+}
+
+}  // namespace
+
+void RegSchluesselAnlegen(Schluesselwurzel wurzel, const QString& schluessel) {
+    auto einstellungen = ablageOeffnen();
+    einstellungen->beginGroup(gruppe(wurzel, schluessel));
+    einstellungen->setValue(marke(), true);
+}
+
+void RegWertSchreiben(Schluesselwurzel wurzel, const QString& schluessel, const QString& name, int typ,
+                      const Wert& wert) {
+    const auto einstellungen = schluesselOeffnen(wurzel, schluessel);
+    if (!einstellungen) return;
+    QVariant inhalt;
+    if (typ == kRegText)
+        inhalt = wert.alsText();
+    else if (typ == kRegZahl && passtIn32Bit(wert))
+        inhalt = qint32(wert.alsZahl());
+    else
+        return;
+    einstellungen->beginGroup(wertGruppe(name));
+    einstellungen->setValue(QStringLiteral("Typ"), typ);
+    einstellungen->setValue(QStringLiteral("Inhalt"), inhalt);
+}
+
+Wert RegWertLesen(Schluesselwurzel wurzel, const QString& schluessel, const QString& name) {
+    const auto einstellungen = schluesselOeffnen(wurzel, schluessel);
+    if (!einstellungen) return Wert();
+    einstellungen->beginGroup(wertGruppe(name));
+    const QVariant inhalt = einstellungen->value(QStringLiteral("Inhalt"));
+    if (!inhalt.isValid()) return Wert();
+    switch (einstellungen->value(QStringLiteral("Typ")).toInt()) {
+        case kRegText:
+            return Wert(inhalt.toString());
+        case kRegZahl:
+            return Wert(inhalt.toInt());
+        default:
+            return Wert();
+    }
+}
+
+void RegAblageSetzen(const QString& datei) {
+    ablage = datei;
+}
