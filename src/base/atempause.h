@@ -8,5 +8,5 @@ void AtempauseSetzen(std::function<void()> haken);
 
 // Called by every loop of the engine that can run longer than some milliseconds, once per row or page.
 // Cheap: the hook itself runs at most every few milliseconds. The hook may throw; the operation then
-// ends with that exception and leaves nothing half done.
+// ends with that exception and leaves nothing half done. While the hook runs, nested calls do nothing.
 void Atempause();

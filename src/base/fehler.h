@@ -5,7 +5,8 @@
 #include <exception>
 
 // Thrown by every engine operation that fails. `nummer` is the published number of the database
-// engine (table below) where there is one; the description is what the error box shows as the system's own message.
+// engine (table below) where there is one; the description is what the error box shows as the system's own
+// message.
 class EngineFehler : public std::exception {
   public:
     EngineFehler(int nummer, QString beschreibung);

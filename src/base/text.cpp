@@ -2,6 +2,7 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "base/fehler.h"
 
@@ -92,14 +93,18 @@ bool TextLiestSichAlsZahl(QStringView text) {
     int ziffern = 0;
     int trenner = 0;
     for (QChar c : text) {
-        if (c >= u'0' && c <= u'9') ++ziffern;
-        else if (c == u',' || c == u'.') ++trenner;
-        else return false;
+        if (c >= u'0' && c <= u'9')
+            ++ziffern;
+        else if (c == u',' || c == u'.')
+            ++trenner;
+        else
+            return false;
     }
     return ziffern > 0 && trenner <= 1;
 }
 
 bool LiestSichAlsZahl(const Wert& wert) {
     if (wert.istLeerOderNull()) return false;
+    if (wert.art() == Wert::Art::DatumZeit) return false;
     return wert.istZahl() || wert.art() == Wert::Art::Wahrheit || TextLiestSichAlsZahl(wert.alsText());
 }

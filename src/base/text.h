@@ -39,6 +39,7 @@ Wert Wort(const Wert& wert, int nummer);
 bool BitGesetzt(int wert, int maske);
 
 // The lenient test: blanks around it off, one sign in front at most, ASCII digits with at most one comma
-// or point, at least one digit. Empty and Null are no numbers, numbers are.
+// or point, at least one digit. Empty, Null and dates are no numbers; numbers and
+// Booleans are.
 bool TextLiestSichAlsZahl(QStringView text);
 bool LiestSichAlsZahl(const Wert& wert);

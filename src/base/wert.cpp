@@ -4,12 +4,17 @@
 #include <QDate>
 #include <QDateTime>
 #include <QTime>
+#include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
 constexpr int kStellen = 15;
 constexpr qint64 kSekundenAmTag = 86400;
+// What a date can be: the first day of the year 100 to the last one of 9999.
+constexpr double kErsterTag = -657434;
+constexpr double kNachLetztemTag = 2958466;
 
 QString mitKomma(QString ziffern) {
     const qsizetype punkt = ziffern.indexOf(u'.');
@@ -47,8 +52,18 @@ QString mitSkala(QString ziffern, int skala, bool negativ) {
 }
 
 double dezimalAlsZahl(const Dezimal& d) {
-    const double betrag = (double(d.hoch) * 18446744073709551616.0 + double(d.tief)) / std::pow(10.0, d.skala);
+    const double betrag =
+        (double(d.hoch) * 18446744073709551616.0 + double(d.tief)) / std::pow(10.0, d.skala);
     return d.negativ ? -betrag : betrag;
+}
+
+// The order of two decimals of the same scale.
+std::weak_ordering gleicheSkala(const Dezimal& a, const Dezimal& b) {
+    const std::weak_ordering betrag = std::pair(a.hoch, a.tief) <=> std::pair(b.hoch, b.tief);
+    const bool nullen = (a.hoch | a.tief | b.hoch | b.tief) == 0;
+    if (a.negativ != b.negativ && !nullen) return b.negativ <=> a.negativ;
+    if (a.negativ && b.negativ) return std::pair(b.hoch, b.tief) <=> std::pair(a.hoch, a.tief);
+    return betrag;
 }
 
 }  // namespace
@@ -68,7 +83,8 @@ bool Wert::istZahl() const {
 
 QString zahlText(double zahl) {
     if (zahl == 0) return QStringLiteral("0");
-    if (!std::isfinite(zahl)) return std::isnan(zahl) ? QStringLiteral("NaN") : zahl < 0 ? QStringLiteral("-INF") : QStringLiteral("INF");
+    if (std::isnan(zahl)) return QStringLiteral("NaN");
+    if (std::isinf(zahl)) return zahl < 0 ? QStringLiteral("-INF") : QStringLiteral("INF");
     const QString wissenschaftlich = QString::number(zahl, 'e', kStellen - 1);
     const qsizetype e = wissenschaftlich.indexOf(u'e');
     const int exponent = wissenschaftlich.mid(e + 1).toInt();
@@ -91,8 +107,8 @@ QString dezimalText(const Dezimal& d) {
 }
 
 QString datumText(DatumZeit d) {
-    if (!std::isfinite(d.tage) || std::abs(d.tage) > 3e6) return QString();
     const double tag = std::trunc(d.tage);
+    if (!(tag >= kErsterTag && tag < kNachLetztemTag)) return QString();
     qint64 sekunden = std::llround(std::abs(d.tage - tag) * double(kSekundenAmTag));
     qint64 ganzeTage = qint64(tag);
     if (sekunden == kSekundenAmTag) {
@@ -153,8 +169,12 @@ std::weak_ordering wertVergleichen(const Wert& a, const Wert& b) {
     if (a.istLeerOderNull() || b.istLeerOderNull()) return b.istLeerOderNull() <=> a.istLeerOderNull();
     if (a.istText() && b.istText()) return a.text().compare(b.text()) <=> 0;
     if (a.art() == Wert::Art::Bytes && b.art() == Wert::Art::Bytes) return a.bytes().compare(b.bytes()) <=> 0;
-    if (a.art() == Wert::Art::Ganzzahl && b.art() == Wert::Art::Ganzzahl) return a.ganzzahl() <=> b.ganzzahl();
-    if (a.art() == Wert::Art::Waehrung && b.art() == Wert::Art::Waehrung) return a.waehrung() <=> b.waehrung();
+    if (a.art() == Wert::Art::Ganzzahl && b.art() == Wert::Art::Ganzzahl)
+        return a.ganzzahl() <=> b.ganzzahl();
+    if (a.art() == Wert::Art::Waehrung && b.art() == Wert::Art::Waehrung)
+        return a.waehrung() <=> b.waehrung();
+    if (a.art() == Wert::Art::Dezimal && b.art() == a.art() && a.dezimal().skala == b.dezimal().skala)
+        return gleicheSkala(a.dezimal(), b.dezimal());
     const double links = a.alsZahl();
     const double rechts = b.alsZahl();
     if (links < rechts) return std::weak_ordering::less;

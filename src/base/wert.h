@@ -89,7 +89,6 @@ class Wert {
         inhalt_;
 };
 
-
 // Order of two values of one column: numbers, money and dates by value, texts by their UTF-16 units,
 // Booleans as -1 and 0, bytes by their bytes. Empty and Null come before everything and are equal.
 std::weak_ordering wertVergleichen(const Wert& a, const Wert& b);
@@ -100,5 +99,6 @@ QString zahlText(double zahl);
 // Exact decimal text with a comma, trailing zeros of the fraction dropped.
 QString waehrungText(Waehrung w);
 QString dezimalText(const Dezimal& d);
-// "31.12.2001", "31.12.2001 08:15:00", or "08:15:00" when the day is 1899-12-30.
+// "31.12.2001", "31.12.2001 08:15:00", or "08:15:00" when the day is 1899-12-30; "" outside the years 100 to
+// 9999.
 QString datumText(DatumZeit d);
