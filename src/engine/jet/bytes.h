@@ -23,6 +23,7 @@ class Sicht {
     qsizetype groesse() const { return bytes_.size(); }
     QByteArrayView bytes() const { return bytes_; }
     quint32 seite() const { return seite_; }
+    QStringView struktur() const { return struktur_; }
 
     quint8 u8(qint64 ab) const { return quint8(an(ab, 1)[0]); }
     quint16 u16(qint64 ab) const { return le<quint16>(ab); }

@@ -65,9 +65,15 @@ std::vector<Eigenschaftsblock> eigenschaftenLesen(const Format& format, QByteArr
 // A table by name, case ignored, with its name set; for local tables only. Raises kNichtGefunden,
 // kBeschaedigt.
 Tabelle tabelleLesen(const Seitendatei& datei, const QString& name);
+// The same for a row of MSysObjects that is a local table.
+Tabelle tabelleLesen(const Seitendatei& datei, const Objekt& objekt);
 
 // One table's definition in the engine's terms.
 engine::TabellenDef tabellenDef(const Format& format, const Objekt& objekt, const Tabelle& tabelle);
+
+// The relations between the tables of `katalog`, in the order of their first rows; those of system tables are
+// left out. A file without MSysRelationships has none.
+std::vector<engine::RelationDef> relationenLesen(const Seitendatei& datei, const engine::Katalog& katalog);
 
 // Everything. Tables stand in the order of MSysObjects. A table whose definition is damaged is listed
 // without fields, so that the others can be used; reading its rows then tells what is wrong.

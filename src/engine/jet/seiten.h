@@ -44,8 +44,8 @@ class Seitendatei {
     // Takes a file's bytes. Raises kDateiNichtLesbar when it is no .mdb or .accdb that we know or cannot be
     // decoded, kBeschaedigt when page 2 is no definition. A password is NOT asked for here.
     explicit Seitendatei(QByteArray bytes);
-    // The same for an open device (random access); pages are read when they are asked for. With `schreibbar`
-    // false `schreiben` raises kSchreibgeschuetzt.
+    // The same for an open device (random access); pages are read when they are asked for. `schreiben` raises
+    // kSchreibgeschuetzt when the device was opened for reading only.
     explicit Seitendatei(std::unique_ptr<QIODevice> geraet);
     ~Seitendatei();
     Seitendatei(const Seitendatei&) = delete;
@@ -76,7 +76,7 @@ class Seitendatei {
 
   private:
     void oeffnen();
-    void kopfLesen(const QByteArray& seiteNull);
+    void seiteZweiPruefen() const;
     QByteArray rohLesen(quint32 nummer, qint64 groesse) const;
     void umwandeln(quint32 nummer, QByteArray& bytes) const;
 
@@ -99,8 +99,10 @@ void rc4(QByteArrayView schluessel, char* bytes, qsizetype anzahl);
 // a wrong password. A file without a password takes any.
 void passwortPruefen(const Kopf& kopf, const QString& passwort);
 
-// Text of the file's code page or UTF-16, as names and Jet 3 values stand; compressed Jet 4 text is known.
+// A Text or Memo value: Windows-1252 (Jet 3), UTF-16 or its compressed form (Jet 4).
 QString textLesen(const Format& format, QByteArrayView bytes);
+// The name of a column, index or property: as above, but never compressed.
+QString namenLesen(const Format& format, QByteArrayView bytes);
 // The bytes of a Jet 3 text (Windows-1252); bytes the code page leaves open are U+0081 and so on.
 // An empty QByteArray with ok = false when a character cannot be held.
 QByteArray text1252(QStringView text, bool* ok);

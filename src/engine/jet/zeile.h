@@ -1,6 +1,7 @@
 // A row's bytes taken apart into values, and the reader that walks over a table.
 #pragma once
 
+#include <QVarLengthArray>
 #include <optional>
 #include <vector>
 
@@ -25,31 +26,36 @@ namespace jet {
 // The parts of a row, not yet decoded. Keeps no copy of the bytes.
 class Zeilenteile {
   public:
-    // Raises kBeschaedigt if the parts do not fit into the row. `seite` is only for the message.
+    // Raises kBeschaedigt, naming the table, if the parts do not fit into the row. `seite` is only for the
+    // message.
     Zeilenteile(const Format& format, const Tabelle& tabelle, QByteArrayView bytes, quint32 seite);
     // Columns that this row knows (c of the row).
     int spaltenzahl() const { return spalten_; }
+    const Sicht& sicht() const { return sicht_; }
     // Bit of the null mask: true = not Null (and for Boolean: True). False for columns the row does not know.
     bool gesetzt(quint16 nummer) const;
     // The stored bytes of a column, as they stand; nothing for Null and for Boolean.
     std::optional<QByteArrayView> roh(const Spalte& spalte) const;
 
   private:
-    void variableLesen4(int maskeAb);
-    void variableLesen3(int maskeAb);
+    void stellenLesen4();
+    void stellenLesen3();
+    void stellenPruefen(int trailerAb) const;
 
     const Format& format_;
     Sicht sicht_;
     int spalten_ = 0;
     int maskeAb_ = 0;
-    int festEnde_ = 0;
-    std::vector<quint16> stellen_;  // start of each variable value, then the end of the last
+    int festEnde_ = 0;                      // behind the last byte that a fixed value may use
+    QVarLengthArray<quint16, 64> stellen_;  // start of each variable value, then the end of the last
 };
 
-// One value. Long values are followed into the file. `seite` is only for the message.
-Wert wertLesen(const Seitendatei& datei, const Spalte& spalte, const Zeilenteile& teile, quint32 seite);
-// A value from its stored bytes (not Null, not Boolean, long values already fetched).
-Wert wertAusBytes(const Format& format, const Spalte& spalte, QByteArrayView bytes, quint32 seite);
+// One value of the row whose parts these are; long values are followed into the file.
+Wert wertLesen(const Seitendatei& datei, const Spalte& spalte, const Zeilenteile& teile);
+// A value from its stored bytes (not Null, not Boolean; of a long value its fetched content).
+// Raises kBeschaedigt naming `struktur` and `seite` when there are too few bytes.
+Wert wertAusBytes(const Format& format, const Spalte& spalte, QByteArrayView bytes, QStringView struktur,
+                  quint32 seite);
 
 // Walks over a table's rows in the natural order: the pages of its map ascending, slots ascending, moved
 // rows where their pointer stands. The file must outlive it.
@@ -60,8 +66,9 @@ class Tabellenleser : public engine::Zeilenquelle {
     Tabellenleser(const Seitendatei& datei, Tabelle tabelle, bool mitLangen = true);
     // One value per field in the order of display.
     bool naechste(engine::Zeile& zeile) override;
-    // Goes on to the next row without decoding it; then `teile` and `bytes` tell of it.
+    // Goes on to the next row without decoding it; then `teile` and the others below tell of it.
     bool weiter();
+    Zeilenteile teile() const;
 
     // Of the present row: where its slot stands (what index entries name), its bytes, and where they are.
     Zeilenort ort() const { return ort_; }
@@ -71,6 +78,8 @@ class Tabellenleser : public engine::Zeilenquelle {
 
   private:
     bool seiteOeffnen();
+    void zeileStellen(quint8 slot);
+    Wert langenLesen(const Spalte& spalte, const Zeilenteile& zeilenteile);
 
     const Seitendatei& datei_;
     Tabelle tabelle_;
@@ -86,6 +95,7 @@ class Tabellenleser : public engine::Zeilenquelle {
     Zeilenort ort_;
     Zeilenort bytesOrt_;
     QByteArrayView bytes_;
+    quint64 langeBytes_ = 0;  // of all long values read so far
 };
 
 }  // namespace jet
