@@ -103,6 +103,7 @@ TEST_F(Vorschlag, NummerOhneHausTelefonUndFaxIstIndex) {
     EXPECT_EQ(beschriftung("Telefonnummer"), u"(Telefon)");
     EXPECT_EQ(beschriftung("Faxnummer"), u"(Telefax)");
     EXPECT_EQ(beschriftung("Handynummer"), u"(Index)");
+    EXPECT_EQ(beschriftung("Kundennummer/Fax"), u"(Index)");
 }
 
 TEST_F(Vorschlag, EineFruehereStufeSchliesstDieSpaeterenAus) {
