@@ -1,0 +1,26 @@
+// A cell's value as the bytes that a row of an .mdb file holds for it.
+#pragma once
+
+#include <QByteArray>
+#include <optional>
+
+#include "base/wert.h"
+#include "engine/jet/tdef.h"
+
+namespace jet {
+
+// The stored bytes of a value that is neither Null nor Empty; for Memo and OLE columns those of the content,
+// before it becomes a long value. Nothing for Boolean, whose value is its bit in the null mask.
+// A number is taken for any numeric column it fits into, a text for Text, Memo and GUID, bytes for Binary and
+// OLE. Raises kUmwandlung, kFeldZuKlein (text or bytes longer than the column) or, for Jet 3, kUmwandlung
+// for a character that Windows-1252 does not have. The description names the column.
+QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wert);
+
+// Text as Jet 4 stores it: with `komprimieren` as FF FE and one byte a character where that is possible
+// (3 to 1024 characters, all U+0001 to U+00FF), else UTF-16.
+QByteArray textBytes4(QStringView text, bool komprimieren);
+
+// True when `gelesen`, read back from the column, is what `wert` was written as.
+bool gleichGespeichert(const Format& format, const Spalte& spalte, const Wert& wert, const Wert& gelesen);
+
+}  // namespace jet
