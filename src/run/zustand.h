@@ -37,5 +37,10 @@ extern qint64 gFortschrittMax;               // its total
 extern qint32 gLaufzeitMs;                   // milliseconds since the phase began, by the timer's ticks
 extern float gFortschrittAnteil;             // kept, never read
 
+// True when the run is to stop: looked at behind every yield and after every step of a run.
+inline bool Angehalten() {
+    return gAbbruch || gFehler;
+}
+
 // Tests only: everything as before ProgrammStarten.
 void ZustandZuruecksetzen();
