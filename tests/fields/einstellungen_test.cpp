@@ -77,6 +77,7 @@ TEST(Einstellungen, PostenUndTrenner) {
         {"21 , RelevanzFaktor = 7 ", 7},
         {"   21\n   RelevanzFaktor = 7", 7},
         {"\"21\",\"RelevanzFaktor = 7\"", 7},
+        {"\"21\"RelevanzFaktor = 7", 7},
         {"\"21\" \n\"RelevanzFaktor = 7\"\n", 7},
         {"\"21\nRelevanzFaktor = 7", 0},              // the quote runs to the end
         {"\"' a, b\n\"\n21\nRelevanzFaktor = 7", 7},  // and over the line's end
@@ -205,6 +206,7 @@ TEST(TextAusBytes, SonstWindows1252) {
     EXPECT_EQ(TextAusBytes("Stra\xdf"
                            "e \x80 \x84x\x93 \x9f"),
               u"Straße € „x“ Ÿ");
+    EXPECT_EQ(TextAusBytes("\xa0\xa1"), u"\u00a0\u00a1");
     EXPECT_EQ(TextAusBytes("gr\xf6\xdf"
                            "er"),
               u"größer");

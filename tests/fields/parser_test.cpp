@@ -239,6 +239,7 @@ TEST(Postleitzahl, DieErsteZiffernfolge) {
                                        {u"506", kLeer},
                                        {u"123 Köln", kLeer},
                                        {u"Köln", kLeer},
+                                       {u"1a2345", kLeer},
                                        {u"1 Köln 50667", kLeer},
                                        {u"50667KÖLN", Wert(u"50667")},
                                        {u"50667ÖLN", Wert(u"50667")},

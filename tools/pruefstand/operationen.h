@@ -1,0 +1,18 @@
+// The operations of the test bench by name; each topic adds its own.
+#pragma once
+
+#include <QHash>
+#include <QJsonValue>
+#include <QString>
+#include <functional>
+
+#include "werte.h"
+
+using Operation = std::function<QJsonValue(const Argumente&)>;
+using Operationen = QHash<QString, Operation>;
+
+void TexteAnmelden(Operationen& operationen);      // text and path helpers
+void ParserAnmelden(Operationen& operationen);     // value parsers
+void FeldartenAnmelden(Operationen& operationen);  // field kinds and settings
+void ZielAnmelden(Operationen& operationen);       // names of target tables, progress
+void DateienAnmelden(Operationen& operationen);    // whole files, through the engine

@@ -1,0 +1,37 @@
+// Names of target tables, and the time that a phase still takes.
+#include "data/zielname.h"
+#include "operationen.h"
+#include "run/fortschritt.h"
+
+namespace {
+
+QStringList namen(const QJsonArray& liste) {
+    QStringList namen;
+    for (const QJsonValue& name : liste) namen += name.toString();
+    return namen;
+}
+
+QJsonValue zielname(const Argumente& a) {
+    const Argumente tag(a.liste(2));
+    const QDate datum(int(tag.ganzzahl(2)), int(tag.ganzzahl(1)), int(tag.ganzzahl(0)));
+    if (!datum.isValid()) throw Bedienfehler(QStringLiteral("Kein Datum."));
+    return ZielnameBilden(a.text(0), namen(a.liste(1)), datum);
+}
+
+QJsonValue zielnamePruefen(const Argumente& a) {
+    const std::optional<QString> meldung = ZielnamePruefen(a.text(0), a.text(1));
+    return meldung ? QJsonValue(*meldung) : QJsonValue(QJsonValue::Null);
+}
+
+QJsonValue zeitAnzeige(const Argumente& a) {
+    const auto [dauer, verbleibend] = ZeitAnzeige(a.ganzzahl(0), a.ganzzahl(1), a.ganzzahl(2));
+    return QJsonArray{dauer, verbleibend};
+}
+
+}  // namespace
+
+void ZielAnmelden(Operationen& operationen) {
+    operationen["Zielname"] = zielname;
+    operationen["ZielnamePruefen"] = zielnamePruefen;
+    operationen["ZeitAnzeige"] = zeitAnzeige;
+}
