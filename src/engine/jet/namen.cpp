@@ -31,7 +31,7 @@ bool feldNameErlaubt(const QString& name) {
 }
 
 bool tabellenNameErlaubt(const QString& name) {
-    return feldNameErlaubt(name) &&
+    return feldNameErlaubt(name) && name.front() != QChar(QChar::ByteOrderMark) &&
            std::none_of(name.begin(), name.end(), [](QChar c) { return kNichtInTabellen.contains(c); });
 }
 

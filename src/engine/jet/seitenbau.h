@@ -8,6 +8,9 @@
 
 namespace jet {
 
+// A page with less room than this is not worth a place in a map of pages with room.
+inline constexpr int kMindestplatz = 64;
+
 // One data page under construction. Slots count from 0; a page holds at most 255 of them.
 class Datenseitenbau {
   public:

@@ -38,6 +38,7 @@ struct IndexSpalte {
 
 // A tree with its entries. Several logical indexes may share one.
 struct EchterIndex {
+    quint32 eintraege = 0;     // for the counter of a new index in Jet 3; not read
     quint32 verschiedene = 0;  // distinct keys, as the counter says
     std::vector<IndexSpalte> spalten;
     Zeilenort karte;  // map of its pages

@@ -196,7 +196,7 @@ QByteArray zaehlerBytes(const Format& f, const Tabelle& t) {
     for (const EchterIndex& index : t.echte) {
         QByteArray satz(f.zaehler, '\0');
         // Jet 3 counts the entries in front; Jet 4 leaves that number at 0.
-        if (!f.jet4) u32Setzen(satz, 0, t.zeilen);
+        if (!f.jet4) u32Setzen(satz, 0, index.eintraege);
         u32Setzen(satz, f.zaehlerVerschiedene, index.verschiedene);
         bytes += satz;
     }

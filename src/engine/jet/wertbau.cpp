@@ -211,6 +211,10 @@ QByteArray textBytes4(QStringView text, bool komprimieren) {
     return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
 }
 
+bool wahrheitVon(const Spalte& spalte, const Wert& wert) {
+    return wert.art() == Wert::Art::Wahrheit ? wert.wahrheit() : gleitzahlVon(spalte, wert) != 0;
+}
+
 QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wert) {
     switch (spalte.typ) {
         case kTypBoolean:
@@ -242,8 +246,7 @@ QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wer
 
 bool gleichGespeichert(const Format& format, const Spalte& spalte, const Wert& wert, const Wert& gelesen) {
     if (spalte.typ == kTypBoolean)
-        return gelesen.art() == Wert::Art::Wahrheit &&
-               gelesen.wahrheit() == (!wert.istLeerOderNull() && wert.alsZahl() != 0);
+        return gelesen == Wert(!wert.istLeerOderNull() && wahrheitVon(spalte, wert));
     if (wert.istLeerOderNull()) return gelesen.istNull();
     if (wert == gelesen) return true;
     if (gelesen.istNull()) return wert.istText() ? false : std::isnan(wert.istZahl() ? wert.alsZahl() : 0);

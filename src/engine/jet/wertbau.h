@@ -16,6 +16,9 @@ namespace jet {
 // for a character that Windows-1252 does not have. The description names the column.
 QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wert);
 
+// The bit of a Boolean column; numbers other than 0 are True. Raises kUmwandlung for texts and bytes.
+bool wahrheitVon(const Spalte& spalte, const Wert& wert);
+
 // Text as Jet 4 stores it: with `komprimieren` as FF FE and one byte a character where that is possible
 // (3 to 1024 characters, all U+0001 to U+00FF), else UTF-16.
 QByteArray textBytes4(QStringView text, bool komprimieren);

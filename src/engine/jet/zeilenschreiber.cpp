@@ -1,0 +1,100 @@
+// Rows written to data pages.
+#include "engine/jet/zeilenschreiber.h"
+
+#include <algorithm>
+
+#include "base/atempause.h"
+#include "base/fehler.h"
+#include "engine/jet/seitenvergabe.h"
+#include "engine/jet/wertbau.h"
+
+namespace jet {
+
+Zeilenschreiber::Zeilenschreiber(Seitendatei& datei, Seitenvergabe& vergabe, const Tabelle& tabelle)
+    : datei_(datei), vergabe_(vergabe), tabelle_(tabelle), lange_(tabelle.spalten.size()) {
+    for (size_t i = 0; i < lange_.size(); ++i)
+        if (tabelle.spalten[i].istLang()) lange_[i] = std::make_unique<Langwertbau>(datei, vergabe);
+}
+
+Rohwerte Zeilenschreiber::rohwerte(const engine::Zeile& zeile) const {
+    Q_ASSERT(zeile.size() == tabelle_.spalten.size());
+    Rohwerte werte(zeile.size());
+    for (size_t i = 0; i < zeile.size(); ++i) {
+        if (zeile[i].istLeerOderNull()) continue;
+        const Spalte& spalte = tabelle_.spalten[i];
+        if (spalte.typ != kTypBoolean)
+            werte[i] = wertBytes(datei_.format(), spalte, zeile[i]);
+        else if (wahrheitVon(spalte, zeile[i]))
+            werte[i] = QByteArray();
+    }
+    return werte;
+}
+
+// Short long values stand in the row as long as the row has room for them all.
+int Zeilenschreiber::inlineGrenze(const Rohwerte& werte) const {
+    Rohwerte mitFeldern = werte;
+    for (const int grenze : {kLangInline, 0}) {
+        for (size_t i = 0; i < werte.size(); ++i)
+            if (lange_[i] && werte[i])
+                mitFeldern[i] =
+                    QByteArray(Langwertbau::feldlaenge(werte[i]->size(), grenze), Qt::Uninitialized);
+        if (zeilenlaenge(datei_.format(), tabelle_, mitFeldern) <= datei_.format().laengsteZeile)
+            return grenze;
+    }
+    zeileZuLang();
+}
+
+void Zeilenschreiber::zeileZuLang() const {
+    throw EngineFehler(
+        kSystemgrenze,
+        u"Der %1. Datensatz der Tabelle '%2' ist zu lang: Das Dateiformat lässt höchstens %3 Bytes je "
+        u"Datensatz "
+        "zu. Kürzen Sie seine Texte oder verwenden Sie Felder vom Typ Memo."_qs.arg(anzahl_ + 1)
+            .arg(tabelle_.name)
+            .arg(datei_.format().laengsteZeile));
+}
+
+void Zeilenschreiber::langeEinsetzen(Rohwerte& werte) {
+    const int grenze = inlineGrenze(werte);
+    for (size_t i = 0; i < werte.size(); ++i)
+        if (lange_[i] && werte[i]) werte[i] = lange_[i]->feld(*werte[i], grenze);
+}
+
+void Zeilenschreiber::autowertMerken(const engine::Zeile& zeile) {
+    for (size_t i = 0; i < zeile.size(); ++i) {
+        const Spalte& spalte = tabelle_.spalten[i];
+        if (spalte.typ != kTypLong || !(spalte.flags & kSpalteAutowert) || zeile[i].istLeerOderNull())
+            continue;
+        const double wert = zeile[i].alsZahl();
+        if (wert > double(autowert_)) autowert_ = quint32(wert);
+    }
+}
+
+Zeilenort Zeilenschreiber::schreiben(const engine::Zeile& zeile) {
+    Rohwerte werte = rohwerte(zeile);
+    langeEinsetzen(werte);
+    const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, werte);
+    if (!bau_ || !bau_->passt(bytes.size())) {
+        abschliessen();
+        Atempause();
+        besitz_.push_back(vergabe_.belegen());
+        bau_ = Datenseitenbau(datei_.format(), tabelle_.seite());
+    }
+    const Zeilenort ort{besitz_.back(), quint8(bau_->anfuegen(bytes))};
+    autowertMerken(zeile);
+    ++anzahl_;
+    return ort;
+}
+
+void Zeilenschreiber::abschliessen() {
+    if (bau_) datei_.schreiben(besitz_.back(), bau_->bytes());
+    for (const auto& lang : lange_)
+        if (lang) lang->abschliessen();
+}
+
+std::vector<quint32> Zeilenschreiber::frei() const {
+    if (!bau_ || bau_->frei() < kMindestplatz) return {};
+    return {besitz_.back()};
+}
+
+}  // namespace jet
