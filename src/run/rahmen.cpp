@@ -1,6 +1,7 @@
 // Frames: button states at opening and closing, and the way from frame to frame.
 #include "run/rahmen.h"
 
+#include <QScopeGuard>
 #include <array>
 
 #include "run/schritte.h"
@@ -13,6 +14,7 @@ constexpr int kLetzterVorgang = 6;
 
 // What btnWeiter starts, by operation; written once by programm/.
 std::array<LaufEinstieg, kLetzterVorgang + 1> laufEinstiege{};
+bool laufAktiv = false;  // written by laufStarten
 
 const QString& beschriftungZurueck() {
     static const QString text = QStringLiteral("<<  Zurück");
@@ -154,7 +156,11 @@ void weiterVonZuordnung() {
 
 void laufStarten() {
     if (!RahmenSchliessen(gRahmen, true)) return;
-    if (const LaufEinstieg einstieg = laufEinstiege[size_t(gVorgang)]) einstieg();
+    const LaufEinstieg einstieg = laufEinstiege[size_t(gVorgang)];
+    if (!einstieg) return;
+    laufAktiv = true;
+    const auto fertig = qScopeGuard([] { laufAktiv = false; });
+    einstieg();
 }
 
 void weiter() {
@@ -307,4 +313,12 @@ void AbbruchErfragen() {
 void LaufEinstiegSetzen(int vorgang, LaufEinstieg einstieg) {
     Q_ASSERT(vorgang >= kErsterVorgang && vorgang <= kLetzterVorgang);
     laufEinstiege[size_t(vorgang)] = einstieg;
+}
+
+bool LaufVorhanden(int vorgang) {
+    return laufEinstiege[size_t(vorgang)] != nullptr;
+}
+
+bool LaufAktiv() {
+    return laufAktiv;
 }
