@@ -1,0 +1,34 @@
+// Reads everything a database file offers, bounded: what the mutation tests and the fuzzer drive.
+#pragma once
+
+#include <QByteArray>
+
+#include "base/fehler.h"
+#include "engine/jet/katalog_lesen.h"
+#include "engine/jet/pruefer.h"
+#include "engine/jet/zeile.h"
+
+namespace leselauf {
+
+inline constexpr int kHoechsteZeilen = 2000;  // of each table
+
+inline void zeilenLesen(const jet::Seitendatei& datei, const jet::Objekt& objekt) {
+    try {
+        jet::Tabellenleser leser(datei, jet::tabelleLesen(datei, objekt));
+        engine::Zeile zeile;
+        for (int i = 0; i < kHoechsteZeilen && leser.naechste(zeile); ++i) continue;
+    } catch (const EngineFehler&) {
+        // One damaged table keeps none of the others from being read.
+    }
+}
+
+// Catalogue, relations, all tables and the whole check. Lets through nothing but EngineFehler.
+inline void allesLesen(const QByteArray& bytes) {
+    const jet::Seitendatei datei(bytes);
+    jet::katalogLesen(datei);
+    for (const jet::Objekt& objekt : jet::objekteLesen(datei))
+        if (objekt.typ == jet::kObjektTabelle) zeilenLesen(datei, objekt);
+    jet::maengelSuchen(datei);
+}
+
+}  // namespace leselauf
