@@ -8,10 +8,6 @@
 #include "base/wert.h"
 #include "engine/katalog.h"
 
-namespace store {
-class Speicher;
-}
-
 namespace dao {
 
 class Database;
@@ -25,7 +21,9 @@ class Block {
     Block(int spalten, std::vector<Wert> werte) : spalten_(spalten), werte_(std::move(werte)) {}
     int spalten() const { return spalten_; }
     int zeilen() const { return spalten_ == 0 ? 0 : int(werte_.size()) / spalten_; }
-    const Wert& operator()(int spalte, int zeile) const { return werte_[size_t(zeile) * size_t(spalten_) + size_t(spalte)]; }
+    const Wert& operator()(int spalte, int zeile) const {
+        return werte_[size_t(zeile) * size_t(spalten_) + size_t(spalte)];
+    }
 
   private:
     int spalten_ = 0;
@@ -42,9 +40,9 @@ class RecordsetField {
     int Attributes() const;
     // Raises 3021 when there is no current record. Never Empty.
     const Wert& Value() const;
-    // Converts to the column's type and stores. Empty becomes Null; "" in a field that is no text becomes Null.
-    // Raises 3020 outside AddNew and Edit, 3163 for a text that is too long, 3315 for "" where it is not
-    // allowed, 3421 for a value that cannot be converted.
+    // Converts to the column's type and stores. Empty becomes Null; "" in a field that is no text becomes
+    // Null. Raises 3020 outside AddNew and Edit, 3163 for a text that is too long, 3421 for a value that
+    // cannot be converted. A "" where it is not allowed is refused by Update.
     void setValue(const Wert& wert);
 
   private:
@@ -52,7 +50,8 @@ class RecordsetField {
     int position_;
 };
 
-// Positions in comments count from 1 (the first record).
+// Positions in comments count from 1 (the first record). Reading or changing a record that was deleted since
+// the selection ran raises 3167; it counts until Requery.
 class Recordset {
   public:
     ~Recordset();
@@ -74,20 +73,25 @@ class Recordset {
     void MoveLast();
     void MoveNext();
     // Relative; past the end the recordset is at EOF, in front of the first record at BOF with no current
-    // record (then reading raises 3021). From EOF, Move(-1) leads to the last record.
+    // record (then reading raises 3021). From EOF, Move(-1) leads to the last record. Going on from EOF, or
+    // further back from BOF, raises 3021. Every move drops a pending AddNew or Edit.
     void Move(qint64 anzahl);
 
-    // A new record, all fields Null, an auto-increment field left to the engine. Not in the table before Update.
+    // A new record, all fields Null, an auto-increment field left to the engine. Not in the table before
+    // Update.
     void AddNew();
     // Raises 3021 without a current record.
     void Edit();
     // Stores the record under AddNew or Edit; a new one goes to the end of the keyset, and the current record
-    // stays the one before AddNew. Raises 3020 when neither is pending.
+    // stays the one before AddNew. Raises 3020 when neither is pending, and 3315 for "" in a field that does
+    // not take it; the AddNew or Edit then still stands.
     void Update();
 
-    // At most `anzahl` rows from the current record on; the recordset then stands behind the last one read.
+    // At most `anzahl` rows from the current record on, none at EOF; the recordset then stands behind the
+    // last one read.
     Block GetRows(qint64 anzahl);
-    // The first record that meets "[field] = number"; without a match the current record stays and NoMatch is True.
+    // The first record that meets "[field] = number"; without a match the current record stays and NoMatch is
+    // True.
     void FindFirst(const QString& bedingung);
     bool NoMatch() const;
     // Runs the selection anew and goes to the first record (EOF when there is none).
@@ -101,6 +105,7 @@ class Recordset {
     friend class Database;
     friend class RecordsetField;
     struct Zustand;
+    Zustand& offen() const;
     explicit Recordset(std::unique_ptr<Zustand> zustand);
     std::unique_ptr<Zustand> z_;
 };

@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QString>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "engine/katalog.h"
@@ -13,6 +14,7 @@ namespace dao {
 class Database;
 class Recordset;
 class TableDef;
+struct Tabellenkern;
 
 // One field of a table definition.
 class Field {
@@ -42,13 +44,14 @@ class Fields {
     const Field& Item(int position) const;
     // The position of a name, -1 if there is none.
     int position(const QString& name) const;
-    // Appends a field; in a table that exists, its rows get Null there. Raises 3190 over 255 fields and 3010
-    // for a name that exists.
+    // Appends a field; in a table that exists, its rows get Null there. Raises 3190 over 255 fields, 3010
+    // for a name that exists and 3125 for an empty one.
     void Append(Field feld);
     // Raises 3265 for an unknown name and 3280 when an index holds the field.
     void Delete(const QString& name);
 
   private:
+    friend class Database;
     friend class TableDef;
     TableDef* tabelle_;
     std::vector<std::unique_ptr<Field>> felder_;
@@ -78,7 +81,10 @@ class Indexes {
     void Append(Index index) { indexe_.push_back(std::move(index)); }
 
   private:
+    friend class Database;
+    friend class Fields;
     friend class TableDef;
+    friend class TableDefs;
     std::vector<Index> indexe_;
 };
 
@@ -111,17 +117,23 @@ class TableDef {
     friend class Fields;
     friend class TableDefs;
     friend class Recordset;
+    // What a transaction remembers of a definition, to put it back.
+    struct Stand;
     explicit TableDef(Database* datenbank);
+    Stand merken() const;
+    void zuruecksetzen(const Stand& stand);
+    engine::TabellenDef definition() const;
 
-    Database* datenbank_;        // the owner; none before Append
+    Database* datenbank_;  // the owner; none before Append
     QString name_;
     int attribute_ = 0;
     QDateTime geaendert_;
     dao::Fields felder_;
     dao::Indexes indexe_;
-    QString nameInDatei_;        // its name in the file; empty for a table that the file does not hold
-    qint64 speicherId_ = -1;     // its table in the working store; -1 while no row has been read
-    std::vector<qint64> spalten_;    // the store's column number of each field
+    std::vector<engine::IndexDef> fremdIndexe_;   // those that only serve a relation
+    std::optional<engine::TabellenDef> inDatei_;  // as the file holds it; none for a table that is not there
+    std::shared_ptr<Tabellenkern> kern_;          // its rows in the working store
+    std::vector<int> spalten_;  // the store's column of each field; empty while no row was read
 };
 
 // The tables of a database in the file's catalogue order, new ones last.
@@ -133,8 +145,8 @@ class TableDefs {
     // Case does not matter; raises 3265.
     TableDef& Item(const QString& name);
     // Raises 3010 when the name exists, 3125 for a name that the format refuses, 3265 when an index names
-    // an unknown field.
-    void Append(std::unique_ptr<TableDef> tabelle);
+    // an unknown field; the caller then still holds the definition and can try again.
+    void Append(std::unique_ptr<TableDef>&& tabelle);
     // Raises 3265 for an unknown table, 3281 when it takes part in a relation.
     void Delete(const QString& name);
 
@@ -144,7 +156,7 @@ class TableDefs {
   private:
     friend class Database;
     Database* datenbank_;
-    std::vector<std::unique_ptr<TableDef>> tabellen_;
+    std::vector<std::shared_ptr<TableDef>> tabellen_;
 };
 
 class Relation {
@@ -161,6 +173,10 @@ class Relation {
     const engine::RelationDef& definition() const { return def_; }
 
   private:
+    friend class TableDef;
+    // Takes over a table's new name on either side.
+    void umbenennen(const QString& alt, const QString& neu);
+
     engine::RelationDef def_;
 };
 
@@ -169,12 +185,15 @@ class Relations {
     explicit Relations(Database* datenbank) : datenbank_(datenbank) {}
     int Count() const { return int(relationen_.size()); }
     const Relation& Item(int position) const;
-    // New relations are kept for the session; no offered format has a use for them yet.
+    // New relations are kept for the session; no offered format has a use for them yet. Raises 3010 when the
+    // name exists and 3011 for an unknown table.
     void Append(Relation relation);
+    // Raises 3265 for an unknown name.
     void Delete(const QString& name);
 
   private:
     friend class Database;
+    friend class TableDef;
     Database* datenbank_;
     std::vector<Relation> relationen_;
 };

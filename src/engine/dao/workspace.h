@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <memory>
+#include <vector>
 
 #include "engine/dao/recordset.h"
 #include "engine/dao/tabledef.h"
@@ -27,16 +28,19 @@ class Database {
     // "DELETE * FROM [table] WHERE [field] = number". Returns the number of records deleted.
     qint64 Execute(const QString& anweisung);
     std::unique_ptr<TableDef> CreateTableDef();
-    Relation CreateRelation(const QString& name, const QString& tabelle, const QString& fremdtabelle, int attribute);
+    Relation CreateRelation(const QString& name, const QString& tabelle, const QString& fremdtabelle,
+                            int attribute);
     void setQueryTimeout(int sekunden) { abfrageFrist_ = sekunden; }
-    // Lets go of the file and the working store; what was not saved is lost. Every later operation raises 3420.
+    // Lets go of the file and the working store; what was not saved is lost. Every later operation raises
+    // 3420.
     void Close();
 
     // True when the tables differ from those in the file.
     bool ungesichert() const;
-    // Brings the file up to date: all tables dropped, renamed and added since, in one atomic step. Either all of
-    // it is in the file, or an EngineFehler is raised, the file is what it was, and the call can be repeated.
-    // Returns what the user has to be told (an index that was written plain because of equal keys).
+    // Brings the file up to date: all tables dropped, renamed and added since, in one atomic step. Either all
+    // of it is in the file, or an EngineFehler is raised, the file is what it was, and the call can be
+    // repeated. Returns what the user has to be told (an index that was written plain because of equal keys).
+    // Raises 3035 while a transaction is open.
     engine::Hinweise Sichern();
 
   private:
@@ -48,6 +52,25 @@ class Database {
     friend class Recordset;
     struct Zustand;
     explicit Database(std::unique_ptr<Zustand> zustand);
+    Zustand& offen() const;
+    void katalogUebernehmen(const engine::Katalog& katalog, const QDateTime& dateizeit);
+    TableDef* tabelleSuchen(const QString& name) const;
+    TableDef& tabelleFuerAbfrage(const QString& name) const;
+    void namenPruefen(const QString& name, const TableDef* selbst) const;
+    void relationenPruefen(const QString& name) const;
+    // Reads the rows into the working store unless they are there.
+    void bereitstellen(TableDef& tabelle) const;
+    void zeilenEinlesen(TableDef& tabelle) const;
+    std::unique_ptr<Recordset> satzOeffnen(TableDef& tabelle, const QString& abfrage) const;
+    void transaktionBeginnen();
+    void transaktionFestschreiben();
+    void transaktionVerwerfen();
+    void saetzeZuruecknehmen();
+    std::vector<TableDef*> umzuschreibende() const;
+    std::vector<engine::Aenderung> aenderungen() const;
+    void gesichertMerken();
+    void katalogordnungUebernehmen();
+
     std::unique_ptr<Zustand> z_;
     int abfrageFrist_ = 0;
 };
@@ -59,11 +82,13 @@ class Workspace {
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
 
-    // Opens the file for the program. `verbindung` is the connect text: ";PWD=...;", "Excel 5.0;", "Dbase 5;" or "".
-    // Raises 3024 (no file), 3343 (unknown kind), 3031 (password), 3045 (open elsewhere), 3027 (read-only),
-    // 3049 (damaged), 3035 (an order or code page that cannot be written safely).
-    std::unique_ptr<Database> OpenDatabase(const QString& name, bool exklusiv, bool nurLesen, const QString& verbindung);
+    // Opens the file for the program. `verbindung` is the connect text: ";PWD=...;", "Excel 5.0;", "Dbase 5;"
+    // or "". Raises 3024 (no file), 3343 (unknown kind), 3031 (password), 3045 (open elsewhere), 3027
+    // (read-only), 3049 (damaged), 3035 (an order or code page that cannot be written safely).
+    std::unique_ptr<Database> OpenDatabase(const QString& name, bool exklusiv, bool nurLesen,
+                                           const QString& verbindung);
     // A transaction covers rows as well as tables and fields that were added, dropped or renamed in it.
+    // Raises 3035 when one is open already.
     void BeginTrans();
     // CommitTrans and Rollback raise 3034 when no transaction is open.
     void CommitTrans();
@@ -74,8 +99,8 @@ class Workspace {
     friend class DBEngine;
     friend class Database;
     struct Zustand;
-    explicit Workspace(std::unique_ptr<Zustand> zustand);
-    std::unique_ptr<Zustand> z_;
+    explicit Workspace(std::shared_ptr<Zustand> zustand);
+    std::shared_ptr<Zustand> z_;  // shared with the open databases
 };
 
 class DBEngine {

@@ -1,0 +1,117 @@
+// What the objects of this folder share behind their public faces.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <set>
+#include <vector>
+
+#include "engine/dao/recordset.h"
+#include "engine/dao/workspace.h"
+#include "engine/datei/datenbankdatei.h"
+#include "engine/store/speicher.h"
+
+namespace dao {
+
+// The rows of a table definition in the working store.
+struct Tabellenkern {
+    qint64 nummer = 0;              // the store's table; there is one only when the rows have been read
+    bool geaendert = false;         // rows were added, changed or removed since the file had them
+    std::map<int, qint64> zaehler;  // the next number of an auto-increment column, by the store's column
+};
+
+// The keyset of an open recordset and where it stands: -1 is BOF, the size of the keyset EOF.
+struct Satzstand {
+    std::shared_ptr<Tabellenkern> tabelle;
+    std::vector<qint64> schluessel;
+    qint64 stelle = 0;
+};
+
+// What recordsets need of their database, also when they outlive it.
+struct Kern {
+    store::Speicher speicher;
+    bool geschlossen = false;
+    std::set<Satzstand*> offene;  // entered and left by the recordsets themselves
+};
+
+struct TableDef::Stand {
+    QString name;
+    int attribute = 0;
+    std::vector<engine::FeldDef> felder;
+    std::vector<Index> indexe;
+    std::vector<int> spalten;
+    bool zeilenGeaendert = false;
+};
+
+struct Workspace::Zustand {
+    std::vector<Database*> offene;
+    bool transaktion = false;
+    bool geschlossen = false;
+};
+
+struct Database::Zustand {
+    std::shared_ptr<Workspace::Zustand> bereich;
+    std::unique_ptr<engine::Datenbankdatei> datei;
+    QString pfad;
+    std::shared_ptr<Kern> kern = std::make_shared<Kern>();
+    dao::TableDefs tabellen{nullptr};
+    dao::Relations relationen{nullptr};
+    std::vector<QString> inDatei;  // the names of the tables in the file, in its order
+
+    // Set while a transaction is open.
+    bool transaktion = false;
+    std::vector<std::pair<std::shared_ptr<TableDef>, TableDef::Stand>> vorherTabellen;
+    std::vector<Relation> vorherRelationen;
+    std::map<qint64, qint64> vorherNaechste;  // the next row id of each table in the store
+};
+
+struct Recordset::Zustand {
+    enum class Entwurf { Keiner, Neu, Aenderung };
+
+    std::shared_ptr<Kern> kern;
+    Satzstand stand;
+    store::Auswahl auswahl;
+    std::vector<engine::FeldDef> felder;  // the recordset's own, in the order of the selection
+    std::vector<int> platz;               // for each of them its place in a row of the table
+    std::vector<engine::FeldDef> tabellenfelder;
+    std::vector<int> spalten;  // the store's column for each place of a row
+    bool geschlossen = false;
+    bool keinTreffer = false;
+
+    Entwurf entwurf = Entwurf::Keiner;
+    std::vector<Wert> puffer;    // the row under AddNew or Edit
+    std::vector<char> beruehrt;  // which places of it were written
+
+    std::vector<Wert> zeile;  // the current record as last read
+    qint64 zeileId = 0;
+    quint64 zeileStand = 0;
+
+    Zustand() = default;
+    Zustand(const Zustand&) = delete;
+    Zustand& operator=(const Zustand&) = delete;
+    ~Zustand();
+
+    void anmelden();
+    void waehlen();
+    qint64 anzahl() const { return qint64(stand.schluessel.size()); }
+    void entwurfFallenlassen();
+    void bewegen(qint64 anzahl);
+    qint64 aktuelleId() const;
+    const std::vector<Wert>& aktuelleZeile();
+    void zaehlerSetzen();
+    void zaehlerNachfuehren();
+    void zaehlerVerlangen() const;
+    void leertextePruefen() const;
+    void neueZeileSpeichern();
+    void aenderungSpeichern();
+};
+
+// True when two names are the same to the engine, which does not look at case.
+bool namenGleich(const QString& a, const QString& b);
+
+[[noreturn]] void unbekannterName(const QString& name);     // 3265
+[[noreturn]] void objektUngueltig(const QString& was);      // 3420
+[[noreturn]] void nameVorhanden(const QString& name);       // 3010
+[[noreturn]] void relationBesteht(const QString& tabelle);  // 3281
+
+}  // namespace dao

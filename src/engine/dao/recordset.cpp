@@ -1,0 +1,329 @@
+// Recordsets: a keyset with a current record.
+#include "engine/dao/recordset.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "base/atempause.h"
+#include "base/fehler.h"
+#include "engine/dao/abfrage.h"
+#include "engine/dao/bedingung.h"
+#include "engine/dao/innen.h"
+#include "engine/dao/umwandlung.h"
+
+namespace dao {
+namespace {
+
+constexpr int kDatensatzGeloescht = 3167;  // record is deleted
+
+[[noreturn]] void keinDatensatz() {
+    throw EngineFehler(kKeinDatensatz, QStringLiteral("Kein aktueller Datensatz."));
+}
+
+[[noreturn]] void datensatzGeloescht() {
+    throw EngineFehler(kDatensatzGeloescht, QStringLiteral("Der Datensatz ist inzwischen gelöscht."));
+}
+
+bool zaehltSelbst(const engine::FeldDef& feld) {
+    return (feld.attribute & dbAutoIncrField) != 0 &&
+           store::spaltenartVon(feld.typ) == store::Spaltenart::Ganzzahl;
+}
+
+qint64 groessterZaehler(const engine::FeldDef& feld) {
+    return feld.typ == dbBigInt ? std::numeric_limits<qint64>::max() : std::numeric_limits<qint32>::max();
+}
+
+}  // namespace
+
+Recordset::Zustand::~Zustand() {
+    if (kern) kern->offene.erase(&stand);
+}
+
+void Recordset::Zustand::anmelden() {
+    kern->offene.insert(&stand);
+}
+
+void Recordset::Zustand::waehlen() {
+    stand.schluessel = kern->speicher.auswaehlen(auswahl);
+    stand.stelle = 0;
+}
+
+void Recordset::Zustand::entwurfFallenlassen() {
+    entwurf = Entwurf::Keiner;
+}
+
+void Recordset::Zustand::bewegen(qint64 weite) {
+    if (weite != 0 && anzahl() == 0) keinDatensatz();
+    if ((weite > 0 && stand.stelle >= anzahl()) || (weite < 0 && stand.stelle < 0)) keinDatensatz();
+    entwurfFallenlassen();
+    // Both bounds are compared as distances, so that no sum overflows.
+    if (weite >= anzahl() - stand.stelle)
+        stand.stelle = anzahl();
+    else if (weite < -stand.stelle)
+        stand.stelle = -1;
+    else
+        stand.stelle += weite;
+}
+
+qint64 Recordset::Zustand::aktuelleId() const {
+    if (stand.stelle < 0 || stand.stelle >= anzahl()) keinDatensatz();
+    return stand.schluessel[size_t(stand.stelle)];
+}
+
+const std::vector<Wert>& Recordset::Zustand::aktuelleZeile() {
+    const qint64 id = aktuelleId();
+    const quint64 jetzt = kern->speicher.stand(auswahl.tabelle);
+    if (id == zeileId && jetzt == zeileStand) return zeile;
+    zeileId = 0;
+    if (!kern->speicher.zeileLesen(auswahl.tabelle, spalten, id, zeile)) datensatzGeloescht();
+    zeileId = id;
+    zeileStand = jetzt;
+    return zeile;
+}
+
+// The engine's own number is there as soon as the new record is, and counts as given out.
+void Recordset::Zustand::zaehlerSetzen() {
+    for (size_t i = 0; i < tabellenfelder.size(); ++i) {
+        if (!zaehltSelbst(tabellenfelder[i])) continue;
+        const auto [eintrag, neu] = stand.tabelle->zaehler.try_emplace(spalten[i], 0);
+        if (neu) eintrag->second = kern->speicher.groessteZahl(auswahl.tabelle, spalten[i]) + 1;
+        if (eintrag->second <= groessterZaehler(tabellenfelder[i])) puffer[i] = Wert(eintrag->second++);
+    }
+}
+
+void Recordset::Zustand::zaehlerNachfuehren() {
+    for (size_t i = 0; i < tabellenfelder.size(); ++i) {
+        if (!zaehltSelbst(tabellenfelder[i]) || puffer[i].art() != Wert::Art::Ganzzahl) continue;
+        qint64& naechste = stand.tabelle->zaehler[spalten[i]];
+        if (puffer[i].ganzzahl() >= naechste && puffer[i].ganzzahl() < std::numeric_limits<qint64>::max())
+            naechste = puffer[i].ganzzahl() + 1;
+    }
+}
+
+void Recordset::Zustand::zaehlerVerlangen() const {
+    for (size_t i = 0; i < tabellenfelder.size(); ++i)
+        if (zaehltSelbst(tabellenfelder[i]) && puffer[i].istNull() && !beruehrt[i])
+            throw EngineFehler(kSystemgrenze,
+                               QStringLiteral("Für das Feld '%1' gibt es keine höhere Nummer mehr.")
+                                   .arg(tabellenfelder[i].name));
+}
+
+void Recordset::Zustand::leertextePruefen() const {
+    for (size_t i = 0; i < puffer.size(); ++i)
+        if (beruehrt[i]) leertextPruefen(tabellenfelder[i], puffer[i]);
+}
+
+void Recordset::Zustand::neueZeileSpeichern() {
+    zaehlerVerlangen();
+    const qint64 id = kern->speicher.zeileAnhaengen(auswahl.tabelle, spalten, puffer);
+    zaehlerNachfuehren();
+    // At EOF means behind the last record, also when there is a new one.
+    if (stand.stelle == anzahl()) ++stand.stelle;
+    stand.schluessel.push_back(id);
+}
+
+void Recordset::Zustand::aenderungSpeichern() {
+    std::vector<int> geaenderte;
+    std::vector<Wert> werte;
+    for (size_t i = 0; i < puffer.size(); ++i) {
+        if (!beruehrt[i]) continue;
+        geaenderte.push_back(spalten[i]);
+        werte.push_back(puffer[i]);
+    }
+    if (!kern->speicher.zeileAendern(auswahl.tabelle, aktuelleId(), geaenderte, werte)) datensatzGeloescht();
+}
+
+const QString& RecordsetField::Name() const {
+    return satz_->offen().felder[size_t(position_)].name;
+}
+
+int RecordsetField::Type() const {
+    return satz_->offen().felder[size_t(position_)].typ;
+}
+
+int RecordsetField::Size() const {
+    return satz_->offen().felder[size_t(position_)].groesse;
+}
+
+int RecordsetField::Attributes() const {
+    return satz_->offen().felder[size_t(position_)].attribute;
+}
+
+const Wert& RecordsetField::Value() const {
+    Recordset::Zustand& z = satz_->offen();
+    const auto platz = size_t(z.platz[size_t(position_)]);
+    if (z.entwurf != Recordset::Zustand::Entwurf::Keiner) return z.puffer[platz];
+    return z.aktuelleZeile()[platz];
+}
+
+void RecordsetField::setValue(const Wert& wert) {
+    Recordset::Zustand& z = satz_->offen();
+    const auto platz = size_t(z.platz[size_t(position_)]);
+    if (z.entwurf == Recordset::Zustand::Entwurf::Keiner)
+        throw EngineFehler(kAktualisierenOhneEdit,
+                           QStringLiteral("Das Feld '%1' kann nur beim Anlegen oder Bearbeiten "
+                                          "eines Datensatzes geändert werden.")
+                               .arg(Name()));
+    z.puffer[platz] = feldwertAus(z.tabellenfelder[platz], wert);
+    z.beruehrt[platz] = 1;
+}
+
+Recordset::Recordset(std::unique_ptr<Zustand> zustand) : z_(std::move(zustand)) {}
+
+Recordset::~Recordset() = default;
+
+Recordset::Zustand& Recordset::offen() const {
+    if (z_->geschlossen || z_->kern->geschlossen || !z_->kern->speicher.tabelleVorhanden(z_->auswahl.tabelle))
+        objektUngueltig(QStringLiteral("Die Datensatzgruppe"));
+    return *z_;
+}
+
+int Recordset::FieldsCount() const {
+    return int(offen().felder.size());
+}
+
+RecordsetField Recordset::Fields(int position) {
+    if (position < 0 || position >= FieldsCount()) unbekannterName(QString::number(position));
+    return RecordsetField(this, position);
+}
+
+RecordsetField Recordset::Fields(const QString& name) {
+    const int position = fieldPosition(name);
+    if (position < 0) unbekannterName(name);
+    return RecordsetField(this, position);
+}
+
+int Recordset::fieldPosition(const QString& name) const {
+    const std::vector<engine::FeldDef>& felder = offen().felder;
+    // Nearly all callers write the name as it is, and an exact comparison is much the cheaper one.
+    for (size_t i = 0; i < felder.size(); ++i)
+        if (felder[i].name == name) return int(i);
+    for (size_t i = 0; i < felder.size(); ++i)
+        if (namenGleich(felder[i].name, name)) return int(i);
+    return -1;
+}
+
+bool Recordset::Eof() const {
+    const Zustand& z = offen();
+    return z.stand.stelle >= z.anzahl();
+}
+
+qint64 Recordset::RecordCount() const {
+    return offen().anzahl();
+}
+
+void Recordset::MoveFirst() {
+    Zustand& z = offen();
+    if (z.anzahl() == 0) keinDatensatz();
+    z.entwurfFallenlassen();
+    z.stand.stelle = 0;
+}
+
+void Recordset::MoveLast() {
+    Zustand& z = offen();
+    if (z.anzahl() == 0) keinDatensatz();
+    z.entwurfFallenlassen();
+    z.stand.stelle = z.anzahl() - 1;
+}
+
+void Recordset::MoveNext() {
+    offen().bewegen(1);
+}
+
+void Recordset::Move(qint64 anzahl) {
+    offen().bewegen(anzahl);
+}
+
+void Recordset::AddNew() {
+    Zustand& z = offen();
+    z.puffer.assign(z.tabellenfelder.size(), Wert::null());
+    z.beruehrt.assign(z.tabellenfelder.size(), 0);
+    z.zaehlerSetzen();
+    z.entwurf = Zustand::Entwurf::Neu;
+}
+
+void Recordset::Edit() {
+    Zustand& z = offen();
+    z.entwurfFallenlassen();
+    z.puffer = z.aktuelleZeile();
+    z.beruehrt.assign(z.puffer.size(), 0);
+    z.entwurf = Zustand::Entwurf::Aenderung;
+}
+
+void Recordset::Update() {
+    Zustand& z = offen();
+    if (z.entwurf == Zustand::Entwurf::Keiner)
+        throw EngineFehler(kAktualisierenOhneEdit,
+                           QStringLiteral("Es gibt keinen neuen oder bearbeiteten Datensatz, der "
+                                          "gespeichert werden könnte."));
+    z.leertextePruefen();
+    if (z.entwurf == Zustand::Entwurf::Neu)
+        z.neueZeileSpeichern();
+    else
+        z.aenderungSpeichern();
+    z.stand.tabelle->geaendert = true;
+    z.entwurfFallenlassen();
+}
+
+Block Recordset::GetRows(qint64 anzahl) {
+    Zustand& z = offen();
+    if (z.stand.stelle < 0) keinDatensatz();
+    z.entwurfFallenlassen();
+    const qint64 bis = z.stand.stelle + std::clamp<qint64>(anzahl, 0, z.anzahl() - z.stand.stelle);
+    std::vector<Wert> werte;
+    werte.reserve(size_t(bis - z.stand.stelle) * z.felder.size());
+    qint64 stelle = z.stand.stelle;
+    for (std::vector<Wert> zeile; stelle < bis; ++stelle) {
+        const qint64 id = z.stand.schluessel[size_t(stelle)];
+        if (!z.kern->speicher.zeileLesen(z.auswahl.tabelle, z.spalten, id, zeile)) datensatzGeloescht();
+        for (int platz : z.platz) werte.push_back(zeile[size_t(platz)]);
+        Atempause();
+    }
+    z.stand.stelle = bis;
+    return Block(int(z.felder.size()), std::move(werte));
+}
+
+void Recordset::FindFirst(const QString& bedingung) {
+    Zustand& z = offen();
+    z.entwurfFallenlassen();
+    const QByteArray text = bedingungText(bedingungLesen(bedingung), z.tabellenfelder, z.spalten);
+    const std::vector<qint64> treffer = z.kern->speicher.auswaehlen({z.auswahl.tabelle, text, {}});
+    const auto fund = std::find_if(z.stand.schluessel.begin(), z.stand.schluessel.end(), [&](qint64 id) {
+        return std::binary_search(treffer.begin(), treffer.end(), id);
+    });
+    z.keinTreffer = fund == z.stand.schluessel.end();
+    if (!z.keinTreffer) z.stand.stelle = fund - z.stand.schluessel.begin();
+}
+
+bool Recordset::NoMatch() const {
+    return offen().keinTreffer;
+}
+
+void Recordset::Requery() {
+    Zustand& z = offen();
+    z.entwurfFallenlassen();
+    z.waehlen();
+}
+
+std::unique_ptr<Recordset> Recordset::OpenRecordset() {
+    const Zustand& z = offen();
+    auto zweiter = std::make_unique<Zustand>();
+    zweiter->kern = z.kern;
+    zweiter->stand = {z.stand.tabelle, z.stand.schluessel, 0};
+    zweiter->auswahl = z.auswahl;
+    zweiter->felder = z.felder;
+    zweiter->platz = z.platz;
+    zweiter->tabellenfelder = z.tabellenfelder;
+    zweiter->spalten = z.spalten;
+    zweiter->anmelden();
+    return std::unique_ptr<Recordset>(new Recordset(std::move(zweiter)));
+}
+
+void Recordset::Close() {
+    Zustand& z = offen();
+    z.entwurfFallenlassen();
+    z.geschlossen = true;
+    z.stand.schluessel = {};
+}
+
+}  // namespace dao

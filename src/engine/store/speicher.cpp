@@ -1,0 +1,264 @@
+// The working store.
+#include "engine/store/speicher.h"
+
+#include <utility>
+
+#include "base/atempause.h"
+#include "base/fehler.h"
+
+namespace store {
+namespace {
+
+QByteArray tabellenname(qint64 nummer) {
+    return "t" + QByteArray::number(nummer);
+}
+
+QByteArray spaltenname(int spalte) {
+    return "c" + QByteArray::number(spalte);
+}
+
+QByteArray spaltenliste(const std::vector<int>& spalten, const char* hinterher = "") {
+    QByteArray liste;
+    for (int spalte : spalten) liste += "," + spaltenname(spalte) + hinterher;
+    return liste;
+}
+
+}  // namespace
+
+Speicher::Speicher() = default;
+Speicher::~Speicher() = default;
+
+Speicher::Tabelle& Speicher::tabelle(qint64 nummer) {
+    const auto fund = tabellen_.find(nummer);
+    if (fund == tabellen_.end() || !fund->second.vorhanden)
+        throw EngineFehler(kObjektUngueltig, QStringLiteral("Die Tabelle ist nicht mehr vorhanden."));
+    return fund->second;
+}
+
+// A full disk can make the store give up the whole transaction; going on would lose rows without a word.
+void Speicher::transaktionPruefen() const {
+    if (gemerkt_ && !verbindung_.inTransaktion())
+        throw EngineFehler(
+            kDatentraegerVoll,
+            QStringLiteral(
+                "Im Ordner für temporäre Dateien war nicht genug Platz, "
+                "die laufende Änderung ist verloren. Brechen Sie den Vorgang ab und schaffen Sie Platz."));
+}
+
+bool Speicher::tabelleVorhanden(qint64 nummer) const {
+    const auto fund = tabellen_.find(nummer);
+    return fund != tabellen_.end() && fund->second.vorhanden;
+}
+
+qint64 Speicher::naechsteId(qint64 nummer) const {
+    const auto fund = tabellen_.find(nummer);
+    return fund != tabellen_.end() && fund->second.vorhanden ? fund->second.naechsteId : 0;
+}
+
+quint64 Speicher::stand(qint64 nummer) const {
+    const auto fund = tabellen_.find(nummer);
+    return fund == tabellen_.end() ? 0 : fund->second.stand;
+}
+
+void Speicher::tabelleAnlegen(qint64 nummer, std::vector<Spaltenart> arten) {
+    transaktionPruefen();
+    std::vector<int> spalten(arten.size());
+    for (size_t i = 0; i < spalten.size(); ++i) spalten[i] = int(i);
+    verbindung_.ausfuehren("CREATE TABLE " + tabellenname(nummer) + " (id INTEGER PRIMARY KEY" +
+                           spaltenliste(spalten) + ")");
+    tabellen_[nummer] = Tabelle{std::move(arten), 1, ++letzterStand_, true};
+}
+
+void Speicher::tabelleEntfernen(qint64 nummer) {
+    transaktionPruefen();
+    Tabelle& ziel = tabelle(nummer);
+    verbindung_.ausfuehren("DROP TABLE " + tabellenname(nummer));
+    ziel.vorhanden = false;
+}
+
+int Speicher::spalteAnhaengen(qint64 nummer, Spaltenart art) {
+    transaktionPruefen();
+    Tabelle& ziel = tabelle(nummer);
+    const int spalte = int(ziel.arten.size());
+    verbindung_.ausfuehren("ALTER TABLE " + tabellenname(nummer) + " ADD COLUMN " + spaltenname(spalte));
+    ziel.arten.push_back(art);
+    geschrieben(nummer);
+    return spalte;
+}
+
+qint64 Speicher::zeileAnhaengen(qint64 nummer, const std::vector<int>& spalten,
+                                const std::vector<Wert>& werte) {
+    transaktionPruefen();
+    Tabelle& ziel = tabelle(nummer);
+    QByteArray platzhalter;
+    for (size_t i = 0; i < spalten.size(); ++i) platzhalter += ",?";
+    sqlite3_stmt* anweisung =
+        verbindung_.vorbereitet("INSERT INTO " + tabellenname(nummer) + " (id" + spaltenliste(spalten) +
+                                ") VALUES (?" + platzhalter + ")");
+    const Zuruecksetzer zurueck(anweisung);
+    verbindung_.pruefen(sqlite3_bind_int64(anweisung, 1, ziel.naechsteId));
+    for (size_t i = 0; i < spalten.size(); ++i)
+        verbindung_.pruefen(zelleBinden(anweisung, int(i) + 2, werte[i], ziel.arten[size_t(spalten[i])]));
+    verbindung_.schritt(anweisung);
+    geschrieben(nummer);
+    return ziel.naechsteId++;
+}
+
+bool Speicher::zeileLesen(qint64 nummer, const std::vector<int>& spalten, qint64 id,
+                          std::vector<Wert>& zeile) {
+    const Tabelle& quelle = tabelle(nummer);
+    sqlite3_stmt* anweisung = verbindung_.vorbereitet("SELECT id" + spaltenliste(spalten) + " FROM " +
+                                                      tabellenname(nummer) + " WHERE id = ?");
+    const Zuruecksetzer zurueck(anweisung);
+    verbindung_.pruefen(sqlite3_bind_int64(anweisung, 1, id));
+    if (!verbindung_.schritt(anweisung)) return false;
+    zeile.resize(spalten.size());
+    for (size_t i = 0; i < spalten.size(); ++i)
+        zeile[i] = zelleLesen(anweisung, int(i) + 1, quelle.arten[size_t(spalten[i])]);
+    return true;
+}
+
+qint64 Speicher::zeilenLesen(qint64 nummer, const std::vector<int>& spalten, qint64 nachId, int anzahl,
+                             std::vector<Wert>& werte) {
+    const Tabelle& quelle = tabelle(nummer);
+    sqlite3_stmt* anweisung =
+        verbindung_.vorbereitet("SELECT id" + spaltenliste(spalten) + " FROM " + tabellenname(nummer) +
+                                " WHERE id > ? ORDER BY id LIMIT ?");
+    const Zuruecksetzer zurueck(anweisung);
+    verbindung_.pruefen(sqlite3_bind_int64(anweisung, 1, nachId));
+    verbindung_.pruefen(sqlite3_bind_int(anweisung, 2, anzahl));
+    werte.clear();
+    while (verbindung_.schritt(anweisung)) {
+        nachId = sqlite3_column_int64(anweisung, 0);
+        for (size_t i = 0; i < spalten.size(); ++i)
+            werte.push_back(zelleLesen(anweisung, int(i) + 1, quelle.arten[size_t(spalten[i])]));
+    }
+    return nachId;
+}
+
+bool Speicher::zeileAendern(qint64 nummer, qint64 id, const std::vector<int>& spalten,
+                            const std::vector<Wert>& werte) {
+    transaktionPruefen();
+    const Tabelle& ziel = tabelle(nummer);
+    sqlite3_stmt* anweisung = verbindung_.vorbereitet("UPDATE " + tabellenname(nummer) + " SET id = id" +
+                                                      spaltenliste(spalten, " = ?") + " WHERE id = ?");
+    const Zuruecksetzer zurueck(anweisung);
+    for (size_t i = 0; i < spalten.size(); ++i)
+        verbindung_.pruefen(zelleBinden(anweisung, int(i) + 1, werte[i], ziel.arten[size_t(spalten[i])]));
+    verbindung_.pruefen(sqlite3_bind_int64(anweisung, int(spalten.size()) + 1, id));
+    verbindung_.schritt(anweisung);
+    geschrieben(nummer);
+    return verbindung_.geaenderteZeilen() != 0;
+}
+
+void Speicher::zeilenEntfernen(qint64 nummer, const std::vector<qint64>& ids) {
+    transaktionPruefen();
+    tabelle(nummer);
+    Sicherungspunkt punkt(*this);
+    for (qint64 id : ids) {
+        sqlite3_stmt* anweisung =
+            verbindung_.vorbereitet("DELETE FROM " + tabellenname(nummer) + " WHERE id = ?");
+        {
+            const Zuruecksetzer zurueck(anweisung);
+            verbindung_.pruefen(sqlite3_bind_int64(anweisung, 1, id));
+            verbindung_.schritt(anweisung);
+        }
+        Atempause();
+    }
+    geschrieben(nummer);
+    punkt.behalten();
+}
+
+std::vector<qint64> Speicher::auswaehlen(const Auswahl& auswahl) {
+    tabelle(auswahl.tabelle);
+    QByteArray text = "SELECT id FROM " + tabellenname(auswahl.tabelle);
+    if (!auswahl.bedingung.isEmpty()) text += " WHERE " + auswahl.bedingung;
+    text += " ORDER BY ";
+    for (int spalte : auswahl.ordnung) text += "schluessel(" + spaltenname(spalte) + "),";
+    sqlite3_stmt* anweisung = verbindung_.vorbereitet(text + "id");
+    const Zuruecksetzer zurueck(anweisung);
+    const Verbindung::Atmend atmend(verbindung_);
+    std::vector<qint64> ids;
+    while (verbindung_.schritt(anweisung)) ids.push_back(sqlite3_column_int64(anweisung, 0));
+    return ids;
+}
+
+qint64 Speicher::groessteZahl(qint64 nummer, int spalte) {
+    tabelle(nummer);
+    const QByteArray zelle = spaltenname(spalte);
+    sqlite3_stmt* anweisung =
+        verbindung_.vorbereitet("SELECT max(" + zelle + ") FROM " + tabellenname(nummer) + " WHERE typeof(" +
+                                zelle + ") = 'integer'");
+    const Zuruecksetzer zurueck(anweisung);
+    const Verbindung::Atmend atmend(verbindung_);
+    verbindung_.schritt(anweisung);
+    return sqlite3_column_int64(anweisung, 0);
+}
+
+qint64 Speicher::zeilenzahl(qint64 nummer) {
+    tabelle(nummer);
+    sqlite3_stmt* anweisung = verbindung_.vorbereitet("SELECT count(*) FROM " + tabellenname(nummer));
+    const Zuruecksetzer zurueck(anweisung);
+    const Verbindung::Atmend atmend(verbindung_);
+    verbindung_.schritt(anweisung);
+    return sqlite3_column_int64(anweisung, 0);
+}
+
+Speicher::Verzeichnis Speicher::verzeichnis() const {
+    Verzeichnis jetzt;
+    for (const auto& [nummer, eintrag] : tabellen_)
+        if (eintrag.vorhanden) jetzt[nummer] = eintrag.arten;
+    return jetzt;
+}
+
+// Ids go on where they were, so that an id that somebody may still hold never names another row.
+void Speicher::verzeichnisSetzen(const Verzeichnis& vorher) {
+    for (auto& [nummer, eintrag] : tabellen_) {
+        const auto fund = vorher.find(nummer);
+        eintrag.vorhanden = fund != vorher.end();
+        if (eintrag.vorhanden) eintrag.arten = fund->second;
+        eintrag.stand = ++letzterStand_;
+    }
+}
+
+void Speicher::beginnen() {
+    verbindung_.ausfuehren("BEGIN");
+    gemerkt_ = std::make_unique<Verzeichnis>(verzeichnis());
+}
+
+void Speicher::festschreiben() {
+    transaktionPruefen();
+    verbindung_.ausfuehren("COMMIT");
+    gemerkt_.reset();
+}
+
+void Speicher::verwerfen() {
+    if (verbindung_.inTransaktion()) verbindung_.ausfuehren("ROLLBACK");
+    verzeichnisSetzen(*std::exchange(gemerkt_, nullptr));
+}
+
+Speicher::Sicherungspunkt::Sicherungspunkt(Speicher& speicher)
+    : speicher_(&speicher), vorher_(speicher.verzeichnis()) {
+    speicher.transaktionPruefen();
+    speicher_->verbindung_.ausfuehren("SAVEPOINT s");
+}
+
+void Speicher::Sicherungspunkt::behalten() {
+    speicher_->verbindung_.ausfuehren("RELEASE s");
+    speicher_ = nullptr;
+}
+
+Speicher::Sicherungspunkt::~Sicherungspunkt() {
+    if (!speicher_) return;
+    try {
+        if (speicher_->verbindung_.inTransaktion()) {
+            speicher_->verbindung_.ausfuehren("ROLLBACK TO s");
+            speicher_->verbindung_.ausfuehren("RELEASE s");
+        }
+    } catch (const std::exception&) {
+        // The failure that brought us here is on its way already.
+    }
+    speicher_->verzeichnisSetzen(vorher_);
+}
+
+}  // namespace store

@@ -1,0 +1,130 @@
+// The connection to the scratch database.
+#include "engine/store/verbindung.h"
+
+#include <QString>
+#include <new>
+#include <string>
+#include <utility>
+
+#include "base/atempause.h"
+#include "base/fehler.h"
+#include "engine/store/zellen.h"
+
+namespace store {
+namespace {
+
+constexpr int kSchritteJePause = 1000;
+constexpr size_t kMaxAnweisungen = 256;
+
+// A file without a name: created by the store in the folder for temporary files, unlinked at once, mode 0600.
+// It is never synced and has nobody to share with, so it needs neither a write-ahead log nor locks.
+constexpr char kOhneNamen[] = "";
+
+constexpr const char* kEinrichtung[] = {
+    "PRAGMA encoding = 'UTF-16le'",  // texts stay as they are, unpaired surrogates included
+    "PRAGMA synchronous = OFF",
+    "PRAGMA cache_size = -65536",
+    "PRAGMA temp_store = FILE",
+};
+
+}  // namespace
+
+Verbindung::Verbindung() {
+    constexpr int kArt = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+    const int code = sqlite3_open_v2(kOhneNamen, &datenbank_, kArt, nullptr);
+    if (code != SQLITE_OK) {
+        sqlite3_close(std::exchange(datenbank_, nullptr));
+        throw EngineFehler(kDateifehler,
+                           QStringLiteral("Der Arbeitsspeicher auf dem Datenträger kann nicht angelegt "
+                                          "werden. Prüfen Sie den Ordner für temporäre Dateien."));
+    }
+    for (const char* text : kEinrichtung) ausfuehren(text);
+    pruefen(funktionenAnmelden(datenbank_));
+}
+
+Verbindung::~Verbindung() {
+    anweisungenVergessen();
+    sqlite3_close(datenbank_);
+}
+
+void Verbindung::anweisungenVergessen() {
+    for (const auto& [text, anweisung] : anweisungen_) sqlite3_finalize(anweisung);
+    anweisungen_.clear();
+}
+
+sqlite3_stmt* Verbindung::vorbereitet(const QByteArray& text) {
+    if (inDerPause_)
+        throw EngineFehler(kDateifehler,
+                           QStringLiteral("Die Datenbank ist gerade beschäftigt. Warten Sie, bis der "
+                                          "laufende Vorgang beendet ist."));
+    std::string schluessel = text.toStdString();
+    const auto fund = anweisungen_.find(schluessel);
+    if (fund != anweisungen_.end()) return fund->second;
+    if (anweisungen_.size() >= kMaxAnweisungen) anweisungenVergessen();
+    sqlite3_stmt* anweisung = nullptr;
+    pruefen(sqlite3_prepare_v3(datenbank_, text.constData(), int(text.size()), SQLITE_PREPARE_PERSISTENT,
+                               &anweisung, nullptr));
+    anweisungen_.emplace(std::move(schluessel), anweisung);
+    return anweisung;
+}
+
+void Verbindung::ausfuehren(const QByteArray& text) {
+    sqlite3_stmt* anweisung = vorbereitet(text);
+    const Zuruecksetzer zurueck(anweisung);
+    while (schritt(anweisung)) {
+    }
+}
+
+bool Verbindung::schritt(sqlite3_stmt* anweisung) {
+    const int code = sqlite3_step(anweisung);
+    if (code == SQLITE_ROW) return true;
+    if (code == SQLITE_DONE) return false;
+    melden(code);
+}
+
+void Verbindung::pruefen(int code) {
+    if (code != SQLITE_OK) melden(code);
+}
+
+void Verbindung::melden(int code) {
+    if (ausDerPause_) std::rethrow_exception(std::exchange(ausDerPause_, nullptr));
+    switch (code & 0xff) {
+        case SQLITE_NOMEM:
+            throw std::bad_alloc();
+        case SQLITE_FULL:
+            throw EngineFehler(
+                kDatentraegerVoll,
+                QStringLiteral("Im Ordner für temporäre Dateien ist nicht genug "
+                               "Platz. Schaffen Sie Platz und wählen Sie dann 'Wiederholen'."));
+        default:
+            throw EngineFehler(kDateifehler,
+                               QStringLiteral("Der Arbeitsspeicher auf dem Datenträger meldet: %1.")
+                                   .arg(QString::fromUtf8(sqlite3_errmsg(datenbank_))));
+    }
+}
+
+int Verbindung::atmen(void* selbst) {
+    auto* verbindung = static_cast<Verbindung*>(selbst);
+    verbindung->inDerPause_ = true;
+    try {
+        Atempause();
+    } catch (...) {
+        verbindung->ausDerPause_ = std::current_exception();
+    }
+    verbindung->inDerPause_ = false;
+    return verbindung->ausDerPause_ ? 1 : 0;
+}
+
+Verbindung::Atmend::Atmend(Verbindung& verbindung) : verbindung_(verbindung) {
+    sqlite3_progress_handler(verbindung_.datenbank_, kSchritteJePause, atmen, &verbindung_);
+}
+
+Verbindung::Atmend::~Atmend() {
+    sqlite3_progress_handler(verbindung_.datenbank_, 0, nullptr, nullptr);
+}
+
+void Verbindung::hoechstensSeiten(int anzahl) {
+    ausfuehren("PRAGMA max_page_count = " + QByteArray::number(anzahl));
+}
+
+}  // namespace store

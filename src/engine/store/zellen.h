@@ -1,0 +1,33 @@
+// How a value is kept in a cell of the working store, and by which key it sorts.
+#pragma once
+
+#include <sqlite3.h>
+
+#include <QByteArray>
+
+#include "base/wert.h"
+
+namespace store {
+
+// What a column holds. The natural kind of a column is kept as the store's own number or text; a value of
+// another kind is kept exactly too, in a tagged form, so that nothing that was put in comes out changed.
+enum class Spaltenart : quint8 { Wahrheit, Ganzzahl, Gleitzahl, Waehrung, DatumZeit, Text, Bytes, Dezimal };
+
+// The column kind for a published field type (dao::Feldtyp); text for an unknown one.
+Spaltenart spaltenartVon(int feldtyp);
+
+// Binds a value to parameter `nummer` (from 1). The value must outlive the next step. Empty is kept as Null.
+// Returns the store's result code.
+int zelleBinden(sqlite3_stmt* anweisung, int nummer, const Wert& wert, Spaltenart art);
+
+// The value of result column `spalte` (from 0).
+Wert zelleLesen(sqlite3_stmt* anweisung, int spalte, Spaltenart art);
+
+// Makes two functions known to the store: `schluessel(zelle)`, whose results sort as the values do (text by
+// the General order, Null first), and `zahl(zelle, art)`, the value as a floating number.
+int funktionenAnmelden(sqlite3* datenbank);
+
+// "cell of column `spalte` equals `zahl`" in the store's language, for a column of a kind that holds numbers.
+QByteArray gleichText(int spalte, Spaltenart art, const Wert& zahl);
+
+}  // namespace store
