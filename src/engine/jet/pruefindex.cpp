@@ -218,7 +218,12 @@ void indexPruefen(Lauf& lauf, const Tabelle& tabelle, const EchterIndex& index, 
     else if (ist.orte != erwartung.summe.orte)
         melden(index.wurzel, u"Einträge führen zu Zeilen, die es nicht gibt"_qs);
     else if (ist != erwartung.summe)
-        melden(index.wurzel, u"Schlüssel passen nicht zu den Zeilen"_qs);
+        lauf.versuchen(index.wurzel, [&] {
+            const auto ort = falschenSchluesselFinden(lauf.datei(), tabelle, index);
+            if (ort)
+                melden(ort->seite,
+                       u"der Schlüssel von Zeile %1 passt nicht zu ihren Werten"_qs.arg(ort->zeile));
+        });
 }
 
 }  // namespace jet::pruefung

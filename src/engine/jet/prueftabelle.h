@@ -42,6 +42,11 @@ std::vector<Slot> datenseitePruefen(Lauf& lauf, quint32 nummer, const QByteArray
 void indexPruefen(Lauf& lauf, const Tabelle& tabelle, const EchterIndex& index, size_t nummer,
                   const Indexerwartung& erwartung);
 
+// The first row whose entry has another key than its values make. Slow: looks up every row of the index.
+// Keys made by libraries that count ß as one letter are taken for right.
+std::optional<Zeilenort> falschenSchluesselFinden(const Seitendatei& datei, const Tabelle& tabelle,
+                                                  const EchterIndex& index);
+
 // Long values of one table: each piece belongs to one value and lies in the column's map.
 class Langwertpruefung {
   public:

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "base/atempause.h"
+#include "engine/jet/indexbau.h"
 #include "engine/jet/prueftabelle.h"
 
 namespace jet::pruefung {
@@ -101,17 +102,23 @@ void Zeilenpruefung::wertePruefen(Zeilenort ort, QByteArrayView bytes, quint32 s
     indexeErwarten(ort, teile);
 }
 
-bool gehoertInIndex(const Tabelle& tabelle, const EchterIndex& index, const Zeilenteile& teile) {
-    if (!(index.flags & kIndexOhneNull)) return true;
-    return std::any_of(index.spalten.begin(), index.spalten.end(), [&](const IndexSpalte& s) {
+// Without keys only rows are told from each other whose columns are all Null.
+bool ganzNull(const Tabelle& tabelle, const EchterIndex& index, const Zeilenteile& teile) {
+    return std::none_of(index.spalten.begin(), index.spalten.end(), [&](const IndexSpalte& s) {
         const Spalte* spalte = tabelle.spalteMitNummer(s.nummer);
         return spalte && (spalte->typ == kTypBoolean || teile.gesetzt(s.nummer));
     });
 }
 
 void Zeilenpruefung::indexeErwarten(Zeilenort ort, const Zeilenteile& teile) {
-    for (size_t i = 0; i < erwartungen_.size(); ++i)
-        if (gehoertInIndex(tabelle_, tabelle_.echte[i], teile)) erwartungen_[i].summe.hinzufuegen(ort, {});
+    for (size_t i = 0; i < erwartungen_.size(); ++i) {
+        const EchterIndex& index = tabelle_.echte[i];
+        if ((index.flags & kIndexOhneNull) && ganzNull(tabelle_, index, teile)) continue;
+        QByteArray schluessel;
+        if (erwartungen_[i].mitSchluesseln)
+            schluessel = zeilenSchluessel(lauf_.datei(), tabelle_, index, teile);
+        erwartungen_[i].summe.hinzufuegen(ort, schluessel);
+    }
 }
 
 }  // namespace

@@ -147,7 +147,16 @@ QByteArray wertSchluessel(const Format& format, const Spalte& spalte, bool abste
 bool schluesselMoeglich(const Format& format, const Spalte& spalte) {
     if (spalte.istText())
         return format.jet4 && spalte.sortierung == kSortierungGeneral && spalte.sortVersion == 0;
-    return spalte.typ != kTypOle && (spalte.typ <= kTypDezimal || spalte.typ == kTypBigInt);
+    switch (spalte.typ) {
+        case kTypOle:
+            return false;
+        case kTypGuid:
+        case kTypDezimal:
+        case kTypBigInt:
+            return true;
+        default:
+            return spalte.typ >= kTypBoolean && spalte.typ <= kTypBinaer;
+    }
 }
 
 void schluesselAnhaengen(QByteArray& ziel, const Format& format, const Spalte& spalte, bool absteigend,

@@ -5,6 +5,7 @@
 
 #include "engine/jet/bytes.h"
 #include "engine/jet/datenseite.h"
+#include "engine/jet/indexseite.h"
 #include "engine/jet/katalog_lesen.h"
 #include "engine/jet/langwert.h"
 #include "engine/jet/zeile.h"
@@ -141,6 +142,14 @@ int ersterEintragEnde(const Seitendatei& d, quint32 seite) {
     const jet::Sicht s(d.seite(seite), u"", seite);
     for (int i = 0;; ++i)
         if (s.u8(d.format().indexMaske + i / 8) >> i % 8 & 1) return d.format().indexEintraege + i;
+}
+
+quint32 nachnameWurzel(const Seitendatei& d) {
+    const jet::Tabelle tabelle = jet::tabelleLesen(d, u"Adressen"_qs);
+    for (const jet::LogischerIndex& i : tabelle.logische)
+        if (i.name == u"Nachname") return tabelle.echte[i.echter].wurzel;
+    ADD_FAILURE() << "no such index";
+    return 0;
 }
 
 struct Fall {
@@ -332,6 +341,18 @@ std::vector<Fall> indexfaelle() {
          u"Table2, Seite 31: Index »id«: die Einträge sind nicht in Ordnung"_qs},
         {"entry to no row", kBeziehungen,
          [](auto& d) { setzen(d, kIndex, kEintraege + 3 * kEintrag - 1, quint8(7)); },
+         u"Index »id«: Einträge führen zu Zeilen, die es nicht gibt"_qs},
+        {"key of another value", kBeziehungen,
+         [](auto& d) { setzen(d, kIndex, kEintraege + 2 * kEintrag + 4, quint8(9)); },
+         u"Table2, Seite 60: Index »id«: der Schlüssel von Zeile 2 passt nicht zu ihren Werten"_qs},
+        {"keys of two rows exchanged", kBeziehungen,
+         [](auto& d) {
+             setzen(d, kIndex, kEintraege + kEintrag - 1, quint8(1));
+             setzen(d, kIndex, kEintraege + 2 * kEintrag - 1, quint8(0));
+         },
+         u"Table2, Seite 60: Index »id«: der Schlüssel von Zeile 1 passt nicht zu ihren Werten"_qs},
+        {"two entries to one row", kBeziehungen,
+         [](auto& d) { setzen(d, kIndex, kEintraege + kEintrag - 1, quint8(1)); },
          u"Index »id«: Einträge führen zu Zeilen, die es nicht gibt"_qs},
         {"entry missing", kBeziehungen,
          [](auto& d) {
@@ -591,6 +612,27 @@ TEST(JetPruefer, FalscheZeilenzahlEinerSystemtabelleIstKeinMangel) {
     Seitendatei datei(proben::bytes(kBeziehungen));
     setzen(datei, jet::kSeiteRechte, datei.format().tdefZeilen, quint32(4711));
     EXPECT_EQ(jet::maengelSuchen(datei), QStringList());
+}
+
+// Nachname of the sample was keyed by a library that counts ß as one letter; its letters count all the same.
+TEST(JetPruefer, AndersGezaehltesScharfesSIstKeinMangelEinAndererBuchstabeSchon) {
+    PROBE_ODER_UEBERSPRINGEN(u"daten/adressen-500.mdb"_qs);
+    Seitendatei datei(proben::bytes(u"daten/adressen-500.mdb"_qs));
+    EXPECT_EQ(jet::maengelSuchen(datei), QStringList());
+    jet::Baumgang gang(datei, nachnameWurzel(datei), u"Probe"_qs);
+    const auto passt = [&] {
+        const QByteArrayView schluessel = jet::eintragSchluessel(gang.eintrag());
+        return schluessel.contains("\x6B\x6B") && schluessel.endsWith(QByteArrayView("\x01\0", 2));
+    };
+    do ASSERT_TRUE(gang.weiter());
+    while (!passt());
+    // The last letter is the byte in front of the two that end the key and the four of the row's place.
+    const QByteArray ende = gang.eintrag().last(6).toByteArray();
+    const qsizetype ab = datei.seite(gang.blattnummer()).indexOf(ende) - 1;
+    ASSERT_GT(ab, kEintraege);
+    setzen(datei, gang.blattnummer(), int(ab), quint8(0x79));
+    const QString zeilen = jet::maengelSuchen(datei).join(u'\n');
+    EXPECT_TRUE(zeilen.contains(u"Index »Nachname«: der Schlüssel von Zeile")) << zeilen.toStdString();
 }
 
 TEST(JetPruefer, SeitenOhneBesitzerSindKeinMangel) {
