@@ -4,6 +4,7 @@
 #include <QByteArray>
 
 #include "base/fehler.h"
+#include "engine/jet/indexseite.h"
 #include "engine/jet/katalog_lesen.h"
 #include "engine/jet/pruefer.h"
 #include "engine/jet/zeile.h"
@@ -12,9 +13,18 @@ namespace leselauf {
 
 inline constexpr int kHoechsteZeilen = 2000;  // of each table
 
-inline void zeilenLesen(const jet::Seitendatei& datei, const jet::Objekt& objekt) {
+inline void indexeLesen(const jet::Seitendatei& datei, const jet::Tabelle& tabelle) {
+    for (const jet::EchterIndex& index : tabelle.echte) {
+        jet::Baumgang gang(datei, index.wurzel, tabelle.name);
+        for (int i = 0; i < kHoechsteZeilen && gang.weiter(); ++i) continue;
+    }
+}
+
+inline void tabelleLesen(const jet::Seitendatei& datei, const jet::Objekt& objekt) {
     try {
-        jet::Tabellenleser leser(datei, jet::tabelleLesen(datei, objekt));
+        const jet::Tabelle tabelle = jet::tabelleLesen(datei, objekt);
+        indexeLesen(datei, tabelle);
+        jet::Tabellenleser leser(datei, tabelle);
         engine::Zeile zeile;
         for (int i = 0; i < kHoechsteZeilen && leser.naechste(zeile); ++i) continue;
     } catch (const EngineFehler&) {
@@ -27,7 +37,7 @@ inline void allesLesen(const QByteArray& bytes) {
     const jet::Seitendatei datei(bytes);
     jet::katalogLesen(datei);
     for (const jet::Objekt& objekt : jet::objekteLesen(datei))
-        if (objekt.typ == jet::kObjektTabelle) zeilenLesen(datei, objekt);
+        if (objekt.typ == jet::kObjektTabelle) tabelleLesen(datei, objekt);
     jet::maengelSuchen(datei);
 }
 
