@@ -11,34 +11,42 @@
 
 namespace leselauf {
 
-inline constexpr int kHoechsteZeilen = 2000;  // of each table
+inline constexpr int kHoechsteZeilen = 2000;  // of each table and each index
 
-inline void indexeLesen(const jet::Seitendatei& datei, const jet::Tabelle& tabelle) {
-    for (const jet::EchterIndex& index : tabelle.echte) {
-        jet::Baumgang gang(datei, index.wurzel, tabelle.name);
-        for (int i = 0; i < kHoechsteZeilen && gang.weiter(); ++i) continue;
+// What is damaged keeps nothing else from being read.
+template <typename F>
+void versuchen(F tun) {
+    try {
+        tun();
+    } catch (const EngineFehler&) {
+        return;
     }
 }
 
-inline void tabelleLesen(const jet::Seitendatei& datei, const jet::Objekt& objekt) {
-    try {
-        const jet::Tabelle tabelle = jet::tabelleLesen(datei, objekt);
-        indexeLesen(datei, tabelle);
-        jet::Tabellenleser leser(datei, tabelle);
-        engine::Zeile zeile;
-        for (int i = 0; i < kHoechsteZeilen && leser.naechste(zeile); ++i) continue;
-    } catch (const EngineFehler&) {
-        // One damaged table keeps none of the others from being read.
-    }
+inline void indexLesen(const jet::Seitendatei& datei, quint32 wurzel) {
+    jet::Baumgang gang(datei, wurzel, QStringLiteral("Probe"));
+    for (int i = 0; i < kHoechsteZeilen && gang.weiter(); ++i) continue;
+}
+
+inline void zeilenLesen(const jet::Seitendatei& datei, const jet::Tabelle& tabelle) {
+    jet::Tabellenleser leser(datei, tabelle);
+    engine::Zeile zeile;
+    for (int i = 0; i < kHoechsteZeilen && leser.naechste(zeile); ++i) continue;
+}
+
+inline void objektLesen(const jet::Seitendatei& datei, const jet::Objekt& objekt) {
+    if (objekt.typ != jet::kObjektTabelle) return;
+    const jet::Tabelle tabelle = jet::tabelleLesen(datei, objekt);
+    for (const jet::EchterIndex& index : tabelle.echte) versuchen([&] { indexLesen(datei, index.wurzel); });
+    zeilenLesen(datei, tabelle);
 }
 
 // Catalogue, relations, all tables and the whole check. Lets through nothing but EngineFehler.
 inline void allesLesen(const QByteArray& bytes) {
     const jet::Seitendatei datei(bytes);
+    versuchen([&] { jet::maengelSuchen(datei); });
     jet::katalogLesen(datei);
-    for (const jet::Objekt& objekt : jet::objekteLesen(datei))
-        if (objekt.typ == jet::kObjektTabelle) tabelleLesen(datei, objekt);
-    jet::maengelSuchen(datei);
+    for (const jet::Objekt& objekt : jet::objekteLesen(datei)) versuchen([&] { objektLesen(datei, objekt); });
 }
 
 }  // namespace leselauf
