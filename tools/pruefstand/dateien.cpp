@@ -90,10 +90,10 @@ QJsonArray zeilenLesen(dao::Recordset& satz, qint64 anzahl) {
 
 QJsonValue zeilen(const Argumente& a) {
     const OffeneDatenbank datenbank(a.text(0), a.text(1));
-    const qint64 erste = a.anzahl() > 3 ? a.ganzzahl(3) : 0;
+    const qint64 erste = a.anzahl() > 3 ? a.grosseGanzzahl(3) : 0;
     const auto satz = datenbank->TableDefs().Item(a.text(2)).OpenRecordset();
     if (erste > 0 && !satz->Eof()) satz->Move(erste);
-    return zeilenLesen(*satz, a.anzahl() > 4 ? a.ganzzahl(4) : -1);
+    return zeilenLesen(*satz, a.anzahl() > 4 ? a.grosseGanzzahl(4) : -1);
 }
 
 QJsonValue abfrage(const Argumente& a) {

@@ -26,16 +26,16 @@ QJsonValue einstellungenLaden(const Argumente& a) {
 
 void FeldartenAnmelden(Operationen& operationen) {
     operationen["FeldGruppeVon"] = [](const Argumente& a) {
-        return QJsonValue(FeldGruppeVon(int(a.ganzzahl(0))));
+        return QJsonValue(FeldGruppeVon(a.ganzzahl(0)));
     };
     operationen["FeldartEnthalten"] = [](const Argumente& a) {
-        return QJsonValue(FeldartEnthalten(int(a.ganzzahl(0)), int(a.ganzzahl(1))));
+        return QJsonValue(FeldartEnthalten(a.ganzzahl(0), a.ganzzahl(1)));
     };
     operationen["FeldMitArtSuchen"] = [](const Argumente& a) {
-        return QJsonValue(FeldMitArtSuchen(a.zuordnungen(0), int(a.ganzzahl(1)), int(a.ganzzahl(2))));
+        return QJsonValue(FeldMitArtSuchen(a.zuordnungen(0), a.ganzzahl(1), a.ganzzahl(2)));
     };
     operationen["FeldMitArtFinden"] = [](const Argumente& a) {
-        return QJsonValue(FeldMitArtFinden(a.zuordnungen(0), int(a.ganzzahl(1))));
+        return QJsonValue(FeldMitArtFinden(a.zuordnungen(0), a.ganzzahl(1)));
     };
     operationen["EinstellungenLaden"] = einstellungenLaden;
 }

@@ -1,13 +1,14 @@
 // Value parsers.
 #include "fields/parser.h"
 
-#include <utility>
-
 #include "operationen.h"
 
 void ParserAnmelden(Operationen& operationen) {
-    using Parser = Wert (*)(const Wert&);
-    const std::pair<const char*, Parser> parser[] = {
+    struct Eintrag {
+        const char* name;
+        Wert (*ermitteln)(const Wert&);
+    };
+    const Eintrag parser[] = {
         {"FirmennameErmitteln", FirmennameErmitteln},
         {"RechtsformErmitteln", RechtsformErmitteln},
         {"StrasseErmitteln", StrasseErmitteln},
@@ -23,9 +24,11 @@ void ParserAnmelden(Operationen& operationen) {
         {"AnredeFormErmitteln", AnredeFormErmitteln},
         {"TitelErmitteln", TitelErmitteln},
     };
-    for (const auto& [name, ermitteln] : parser)
-        operationen[name] = [ermitteln](const Argumente& a) { return JsonAusWert(ermitteln(a.wert(0))); };
+    for (const Eintrag& p : parser)
+        operationen[p.name] = [ermitteln = p.ermitteln](const Argumente& a) {
+            return JsonAusWert(ermitteln(a.wert(0)));
+        };
     operationen["FeldInhaltErmitteln"] = [](const Argumente& a) {
-        return JsonAusWert(FeldInhaltErmitteln(a.wert(0), int(a.ganzzahl(1))));
+        return JsonAusWert(FeldInhaltErmitteln(a.wert(0), a.ganzzahl(1)));
     };
 }

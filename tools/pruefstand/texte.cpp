@@ -24,9 +24,9 @@ void TexteAnmelden(Operationen& operationen) {
     };
     operationen["Grossschrift"] = [](const Argumente& a) { return QJsonValue(Grossschrift(a.wert(0))); };
     operationen["Kleinschrift"] = [](const Argumente& a) { return QJsonValue(Kleinschrift(a.wert(0))); };
-    operationen["Wort"] = [](const Argumente& a) { return JsonAusWert(Wort(a.wert(0), int(a.ganzzahl(1)))); };
+    operationen["Wort"] = [](const Argumente& a) { return JsonAusWert(Wort(a.wert(0), a.ganzzahl(1))); };
     operationen["BitGesetzt"] = [](const Argumente& a) {
-        return QJsonValue(BitGesetzt(int(a.ganzzahl(0)), int(a.ganzzahl(1))));
+        return QJsonValue(BitGesetzt(a.ganzzahl(0), a.ganzzahl(1)));
     };
     operationen["DateinameAusPfad"] = [](const Argumente& a) {
         return QJsonValue(DateinameAusPfad(a.text(0)));

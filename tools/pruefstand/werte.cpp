@@ -5,7 +5,6 @@
 #include <QJsonDocument>
 #include <QMetaType>
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -109,10 +108,16 @@ QString Argumente::text(qsizetype nummer) const {
     return wert.toString();
 }
 
-qint64 Argumente::ganzzahl(qsizetype nummer) const {
+int Argumente::ganzzahl(qsizetype nummer) const {
+    const qint64 wert = grosseGanzzahl(nummer);
+    if (wert != qint64(int(wert))) throw falscheArt(nummer, "eine ganze Zahl von 32 Bit");
+    return int(wert);
+}
+
+qint64 Argumente::grosseGanzzahl(qsizetype nummer) const {
+    constexpr double kGenau = 9007199254740992;  // up to here a double holds every whole number
     const double wert = zahl(nummer);
-    if (wert != std::floor(wert) || std::abs(wert) > double(std::numeric_limits<qint32>::max()))
-        throw falscheArt(nummer, "eine ganze Zahl");
+    if (wert != std::floor(wert) || std::abs(wert) > kGenau) throw falscheArt(nummer, "eine ganze Zahl");
     return qint64(wert);
 }
 

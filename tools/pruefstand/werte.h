@@ -39,7 +39,8 @@ class Argumente {
     QJsonValue json(qsizetype nummer) const;
     Wert wert(qsizetype nummer) const { return WertAusJson(json(nummer)); }
     QString text(qsizetype nummer) const;
-    qint64 ganzzahl(qsizetype nummer) const;
+    int ganzzahl(qsizetype nummer) const;
+    qint64 grosseGanzzahl(qsizetype nummer) const;
     double zahl(qsizetype nummer) const;
     bool wahrheit(qsizetype nummer) const;
     QJsonArray liste(qsizetype nummer) const;

@@ -13,7 +13,7 @@ QStringList namen(const QJsonArray& liste) {
 
 QJsonValue zielname(const Argumente& a) {
     const Argumente tag(a.liste(2));
-    const QDate datum(int(tag.ganzzahl(2)), int(tag.ganzzahl(1)), int(tag.ganzzahl(0)));
+    const QDate datum(tag.ganzzahl(2), tag.ganzzahl(1), tag.ganzzahl(0));
     if (!datum.isValid()) throw Bedienfehler(QStringLiteral("Kein Datum."));
     return ZielnameBilden(a.text(0), namen(a.liste(1)), datum);
 }
@@ -24,7 +24,8 @@ QJsonValue zielnamePruefen(const Argumente& a) {
 }
 
 QJsonValue zeitAnzeige(const Argumente& a) {
-    const auto [dauer, verbleibend] = ZeitAnzeige(a.ganzzahl(0), a.ganzzahl(1), a.ganzzahl(2));
+    const auto [dauer, verbleibend] =
+        ZeitAnzeige(a.grosseGanzzahl(0), a.grosseGanzzahl(1), a.grosseGanzzahl(2));
     return QJsonArray{dauer, verbleibend};
 }
 
