@@ -1,6 +1,7 @@
 // The open database: catalogue, rows on first use, recordsets, transactions.
 #include <QFileInfo>
 #include <algorithm>
+#include <utility>
 
 #include "base/atempause.h"
 #include "base/fehler.h"
@@ -209,36 +210,32 @@ void Database::Close() {
 void Database::transaktionBeginnen() {
     Zustand& z = offen();
     z.kern->speicher.beginnen();
-    z.transaktion = true;
-    z.vorherTabellen.clear();
+    z.vorher = tabellenstand();
     z.vorherNaechste.clear();
     for (const auto& tabelle : z.tabellen.tabellen_) {
-        z.vorherTabellen.emplace_back(tabelle, tabelle->merken());
         const qint64 naechste = z.kern->speicher.naechsteId(tabelle->kern_->nummer);
         if (naechste != 0) z.vorherNaechste[tabelle->kern_->nummer] = naechste;
     }
-    z.vorherRelationen = z.relationen.relationen_;
 }
 
 void Database::transaktionFestschreiben() {
     Zustand& z = offen();
     z.kern->speicher.festschreiben();
-    z.transaktion = false;
-    z.vorherTabellen.clear();
-    z.vorherRelationen.clear();
+    z.vorher.reset();
 }
 
 void Database::transaktionVerwerfen() {
     Zustand& z = offen();
     z.kern->speicher.verwerfen();
-    z.transaktion = false;
+    const Tabellenstand vorher = *std::exchange(z.vorher, std::nullopt);
+    for (const auto& tabelle : z.tabellen.tabellen_) tabelle->kern_->geloescht = true;
     z.tabellen.tabellen_.clear();
-    for (const auto& [tabelle, stand] : z.vorherTabellen) {
+    for (const auto& [tabelle, stand] : vorher.tabellen) {
         tabelle->zuruecksetzen(stand);
+        tabelle->kern_->geaendert = stand.zeilenGeaendert;
         z.tabellen.tabellen_.push_back(tabelle);
     }
-    z.vorherTabellen.clear();
-    z.relationen.relationen_ = std::move(z.vorherRelationen);
+    z.relationen.relationen_ = vorher.relationen;
     saetzeZuruecknehmen();
 }
 

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -17,6 +18,7 @@ namespace dao {
 struct Tabellenkern {
     qint64 nummer = 0;              // the store's table; there is one only when the rows have been read
     bool geaendert = false;         // rows were added, changed or removed since the file had them
+    bool geloescht = false;         // the table is in no list any more; its rows may still be kept
     std::map<int, qint64> zaehler;  // the next number of an auto-increment column, by the store's column
 };
 
@@ -43,6 +45,14 @@ struct TableDef::Stand {
     bool zeilenGeaendert = false;
 };
 
+// The tables and relations of a database at one moment.
+struct Database::Tabellenstand {
+    std::vector<std::pair<std::shared_ptr<TableDef>, TableDef::Stand>> tabellen;
+    std::vector<Relation> relationen;
+
+    bool enthaelt(const TableDef& tabelle) const;
+};
+
 struct Workspace::Zustand {
     std::vector<Database*> offene;
     bool transaktion = false;
@@ -58,11 +68,9 @@ struct Database::Zustand {
     dao::Relations relationen{nullptr};
     std::vector<QString> inDatei;  // the names of the tables in the file, in its order
 
-    // Set while a transaction is open.
-    bool transaktion = false;
-    std::vector<std::pair<std::shared_ptr<TableDef>, TableDef::Stand>> vorherTabellen;
-    std::vector<Relation> vorherRelationen;
-    std::map<qint64, qint64> vorherNaechste;  // the next row id of each table in the store
+    std::optional<Tabellenstand> vorher;      // set while a transaction is open
+    std::map<qint64, qint64> vorherNaechste;  // with it: the next row id of each table in the store
+    std::optional<Tabellenstand> gemerkt;     // set by Merken, dropped by Zuruecknehmen and Sichern
 };
 
 struct Recordset::Zustand {

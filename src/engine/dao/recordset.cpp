@@ -173,7 +173,9 @@ Recordset::Recordset(std::unique_ptr<Zustand> zustand) : z_(std::move(zustand)) 
 Recordset::~Recordset() = default;
 
 Recordset::Zustand& Recordset::offen() const {
-    if (z_->geschlossen || z_->kern->geschlossen || !z_->kern->speicher.tabelleVorhanden(z_->auswahl.tabelle))
+    const bool ohneTabelle =
+        z_->stand.tabelle->geloescht || !z_->kern->speicher.tabelleVorhanden(z_->auswahl.tabelle);
+    if (z_->geschlossen || z_->kern->geschlossen || ohneTabelle)
         objektUngueltig(QStringLiteral("Die Datensatzgruppe"));
     return *z_;
 }

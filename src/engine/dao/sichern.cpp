@@ -115,18 +115,18 @@ bool Database::ungesichert() const {
 
 engine::Hinweise Database::Sichern() {
     Zustand& z = offen();
-    if (z.transaktion)
-        throw EngineFehler(kSystemgrenze,
-                           QStringLiteral("Die Datei kann nicht geschrieben werden, solange eine "
-                                          "Transaktion offen ist."));
+    ohneTransaktionVerlangen(QStringLiteral("Die Datei kann nicht geschrieben werden"));
     for (TableDef* tabelle : umzuschreibende()) {
         relationenPruefen(tabelle->inDatei_->name);
         bereitstellen(*tabelle);
     }
     const std::vector<engine::Aenderung> liste = aenderungen();
-    if (liste.empty()) return {};
-    engine::Hinweise hinweise = z.datei->anwenden(liste);
-    gesichertMerken();
+    engine::Hinweise hinweise;
+    if (!liste.empty()) {
+        hinweise = z.datei->anwenden(liste);
+        gesichertMerken();
+    }
+    vergessen();
     return hinweise;
 }
 

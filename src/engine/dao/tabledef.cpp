@@ -183,7 +183,7 @@ void TableDef::zuruecksetzen(const Stand& stand) {
     attribute_ = stand.attribute;
     indexe_.indexe_ = stand.indexe;
     spalten_ = stand.spalten;
-    kern_->geaendert = stand.zeilenGeaendert;
+    kern_->geloescht = false;
     felder_.felder_.clear();
     for (const engine::FeldDef& feld : stand.felder) felder_.felder_.push_back(std::make_unique<Field>(feld));
 }
@@ -221,11 +221,11 @@ void TableDefs::Append(std::unique_ptr<TableDef>&& tabelle) {
 }
 
 void TableDefs::Delete(const QString& name) {
-    Database::Zustand& zustand = datenbank_->offen();
+    const Database::Zustand& zustand = datenbank_->offen();
     TableDef& tabelle = Item(name);
     datenbank_->relationenPruefen(tabelle.name_);
-    if (zustand.kern->speicher.tabelleVorhanden(tabelle.kern_->nummer))
-        zustand.kern->speicher.tabelleEntfernen(tabelle.kern_->nummer);
+    if (!zustand.gemerkt || !zustand.gemerkt->enthaelt(tabelle)) datenbank_->zeilenLoeschen(tabelle);
+    tabelle.kern_->geloescht = true;
     tabellen_.erase(std::find_if(tabellen_.begin(), tabellen_.end(),
                                  [&](const std::shared_ptr<TableDef>& t) { return t.get() == &tabelle; }));
 }

@@ -117,7 +117,7 @@ class TableDef {
     friend class Fields;
     friend class TableDefs;
     friend class Recordset;
-    // What a transaction remembers of a definition, to put it back.
+    // A definition at one moment, to put it back.
     struct Stand;
     explicit TableDef(Database* datenbank);
     Stand merken() const;

@@ -59,7 +59,7 @@ void Workspace::CommitTrans() {
     bereichPruefen(z_->geschlossen);
     transaktionVerlangen(z_->transaktion);
     for (Database* datenbank : z_->offene)
-        if (datenbank->z_->transaktion) datenbank->transaktionFestschreiben();
+        if (datenbank->z_->vorher) datenbank->transaktionFestschreiben();
     z_->transaktion = false;
 }
 
@@ -68,7 +68,7 @@ void Workspace::Rollback() {
     transaktionVerlangen(z_->transaktion);
     z_->transaktion = false;
     for (Database* datenbank : z_->offene)
-        if (datenbank->z_->transaktion) datenbank->transaktionVerwerfen();
+        if (datenbank->z_->vorher) datenbank->transaktionVerwerfen();
 }
 
 void Workspace::Close() {

@@ -35,6 +35,17 @@ class Database {
     // 3420.
     void Close();
 
+    // Remembers the tables as they stand now, in place of what was remembered before: their list, names,
+    // attributes, fields and indexes, and the relations. Raises 3035 while a transaction is open.
+    void Merken();
+    // Goes back to what `Merken` remembered and forgets it; does nothing when nothing is remembered. A table
+    // deleted since stands again with its rows, a table made since is gone with its rows, and names, fields
+    // and indexes changed since are as they were. Rows that were added, changed or deleted in a table that
+    // was there all the time stay as they are now. Neither call reads or writes the file, so that after it
+    // `ungesichert` says what it said at `Merken`, unless such rows changed. Raises 3035 while a transaction
+    // is open. A successful `Sichern` forgets as well.
+    void Zuruecknehmen();
+
     // True when the tables differ from those in the file.
     bool ungesichert() const;
     // Brings the file up to date: all tables dropped, renamed and added since, in one atomic step. Either all
@@ -50,6 +61,7 @@ class Database {
     friend class Fields;
     friend class Relations;
     friend class Recordset;
+    struct Tabellenstand;
     struct Zustand;
     explicit Database(std::unique_ptr<Zustand> zustand);
     Zustand& offen() const;
@@ -66,6 +78,10 @@ class Database {
     void transaktionFestschreiben();
     void transaktionVerwerfen();
     void saetzeZuruecknehmen();
+    void ohneTransaktionVerlangen(const QString& was) const;
+    Tabellenstand tabellenstand() const;
+    void zeilenLoeschen(const TableDef& tabelle);
+    void vergessen();
     std::vector<TableDef*> umzuschreibende() const;
     std::vector<engine::Aenderung> aenderungen() const;
     void gesichertMerken();
