@@ -1,0 +1,121 @@
+// A database file that lives in memory: it does what a format promises and can be made to fail.
+#pragma once
+
+#include <QStringList>
+#include <algorithm>
+#include <map>
+#include <optional>
+
+#include "base/fehler.h"
+#include "engine/dao/oeffner.h"
+#include "engine/dao/workspace.h"
+
+// The content outlives the open database, as a file does.
+struct Speicherinhalt {
+    struct Tabelle {
+        engine::TabellenDef def;
+        std::vector<engine::Zeile> zeilen;
+    };
+    std::vector<Tabelle> tabellen;
+    std::vector<engine::RelationDef> relationen;
+
+    std::optional<EngineFehler> fehlerBeimAnwenden;  // raised once
+    engine::Hinweise hinweise;                       // handed back by the next write
+    QStringList protokoll;                           // what was read and written, in order
+    QString passwort;                                // as the opener got it
+
+    Tabelle* suchen(const QString& name) {
+        const auto fund = std::find_if(tabellen.begin(), tabellen.end(), [&](const Tabelle& t) {
+            return t.def.name.compare(name, Qt::CaseInsensitive) == 0;
+        });
+        return fund == tabellen.end() ? nullptr : &*fund;
+    }
+
+    QStringList namen() const {
+        QStringList liste;
+        for (const Tabelle& t : tabellen) liste << t.def.name;
+        return liste;
+    }
+};
+
+class Speicherdatei : public engine::Datenbankdatei {
+  public:
+    explicit Speicherdatei(Speicherinhalt& inhalt) : inhalt_(inhalt) {}
+
+    engine::Katalog katalogLesen() override {
+        engine::Katalog katalog;
+        for (const auto& t : inhalt_.tabellen) katalog.tabellen.push_back(t.def);
+        katalog.relationen = inhalt_.relationen;
+        return katalog;
+    }
+
+    std::unique_ptr<engine::Zeilenquelle> zeilenLesen(const QString& tabelle) override {
+        inhalt_.protokoll << QStringLiteral("lesen ") + tabelle;
+        return std::make_unique<Quelle>(vorhandene(inhalt_, tabelle).zeilen);
+    }
+
+    engine::Hinweise anwenden(const std::vector<engine::Aenderung>& aenderungen) override {
+        if (const auto fehler = std::exchange(inhalt_.fehlerBeimAnwenden, std::nullopt))
+            throw EngineFehler(*fehler);
+        Speicherinhalt neu = inhalt_;
+        for (const auto& aenderung : aenderungen)
+            std::visit([&](const auto& schritt) { ausfuehren(neu, schritt); }, aenderung);
+        inhalt_ = std::move(neu);
+        return std::exchange(inhalt_.hinweise, {});
+    }
+
+    bool nameErlaubt(const QString& name) const override {
+        return !name.isEmpty() && name.size() <= 64 && !name.contains(u'!');
+    }
+
+  private:
+    class Quelle : public engine::Zeilenquelle {
+      public:
+        explicit Quelle(std::vector<engine::Zeile> zeilen) : zeilen_(std::move(zeilen)) {}
+        bool naechste(engine::Zeile& zeile) override {
+            if (stelle_ >= zeilen_.size()) return false;
+            zeile = zeilen_[stelle_++];
+            return true;
+        }
+
+      private:
+        std::vector<engine::Zeile> zeilen_;
+        size_t stelle_ = 0;
+    };
+
+    static Speicherinhalt::Tabelle& vorhandene(Speicherinhalt& inhalt, const QString& name) {
+        Speicherinhalt::Tabelle* tabelle = inhalt.suchen(name);
+        if (!tabelle) throw EngineFehler(kNichtGefunden, name);
+        return *tabelle;
+    }
+
+    static void frei(Speicherinhalt& inhalt, const QString& name) {
+        if (inhalt.suchen(name)) throw EngineFehler(kNameVorhanden, name);
+    }
+
+    static void ausfuehren(Speicherinhalt& inhalt, const engine::TabelleLoeschen& schritt) {
+        inhalt.protokoll << QStringLiteral("löschen ") + schritt.name;
+        const auto* tabelle = &vorhandene(inhalt, schritt.name);
+        inhalt.tabellen.erase(inhalt.tabellen.begin() + (tabelle - inhalt.tabellen.data()));
+    }
+
+    static void ausfuehren(Speicherinhalt& inhalt, const engine::TabelleUmbenennen& schritt) {
+        inhalt.protokoll << QStringLiteral("umbenennen ") + schritt.alt + QStringLiteral(" > ") + schritt.neu;
+        Speicherinhalt::Tabelle& tabelle = vorhandene(inhalt, schritt.alt);
+        if (schritt.alt.compare(schritt.neu, Qt::CaseInsensitive) != 0) frei(inhalt, schritt.neu);
+        tabelle.def.name = schritt.neu;
+    }
+
+    static void ausfuehren(Speicherinhalt& inhalt, const engine::TabelleAnlegen& schritt) {
+        inhalt.protokoll << QStringLiteral("anlegen ") + schritt.def.name;
+        frei(inhalt, schritt.def.name);
+        Speicherinhalt::Tabelle tabelle{schritt.def, {}};
+        const auto quelle = schritt.zeilen();
+        for (engine::Zeile zeile; quelle->naechste(zeile);) tabelle.zeilen.push_back(zeile);
+        if (qint64(tabelle.zeilen.size()) != schritt.def.zeilen)
+            throw EngineFehler(kBeschaedigt, QStringLiteral("Zeilenzahl"));
+        inhalt.tabellen.push_back(std::move(tabelle));
+    }
+
+    Speicherinhalt& inhalt_;
+};
