@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/atempause.h"
+#include "engine/jet/datenseite.h"
 #include "engine/jet/karte.h"
 #include "engine/jet/prueflauf.h"
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr int kHoechsteMaengel = 40;  // of one table
 constexpr quint32 kSeiteGesamtkarte = 1;
+constexpr int kInlineKopf = 5;  // bytes in front of the bits of an inline map
 
 QString teilname(Teil teil) {
     switch (teil) {
@@ -34,6 +36,18 @@ QString teilname(Teil teil) {
             return u"Indexseite"_qs;
     }
     return {};
+}
+
+// Every page of the file has its bit, and what lies beyond the end is free.
+void abdeckungPruefen(Lauf& lauf, const Karte& karte) {
+    const Format& f = lauf.format();
+    const Zeilenbytes zeile = zeileHolen(lauf.datei(), {kSeiteGesamtkarte, 0}, false, lauf.name());
+    const qint64 ende = karte.verwiesen ? qint64(karte.bitmapseiten.size()) * f.seitenJeTyp5()
+                                        : karte.erste + 8 * (zeile.bytes.size() - kInlineKopf);
+    if (ende < lauf.datei().seitenzahl())
+        lauf.melden(kSeiteGesamtkarte, u"die Karte reicht nur bis Seite %1"_qs.arg(ende - 1));
+    else if (karte.jenseits != ende - lauf.datei().seitenzahl())
+        lauf.melden(kSeiteGesamtkarte, u"Seiten hinter dem Dateiende sind nicht als frei vermerkt"_qs);
 }
 
 }  // namespace
@@ -94,6 +108,8 @@ bool Lauf::belegtVonTabelle(quint32 seite, Teil teil) const {
 
 void gesamtkartePruefen(Lauf& lauf) {
     lauf.beginnen(0, u"Gesamtkarte"_qs);
+    if (lauf.datei().endetAngebrochen())
+        lauf.melden(lauf.datei().seitenzahl(), u"die letzte Seite der Datei ist nicht vollständig"_qs);
     lauf.versuchen(kSeiteGesamtkarte, [&] {
         const Karte karte = karteLesen(lauf.datei(), {kSeiteGesamtkarte, 0}, lauf.name());
         for (const quint32 seite : karte.seiten) lauf.freiSetzen(seite);
@@ -101,6 +117,7 @@ void gesamtkartePruefen(Lauf& lauf) {
         for (const quint32 seite : karte.bitmapseiten) lauf.belegen(seite, Teil::Bits);
         if (!karte.seiten.empty() && karte.seiten.front() == 0)
             lauf.melden(0, u"der Kopf der Datei ist als frei vermerkt"_qs);
+        abdeckungPruefen(lauf, karte);
     });
 }
 

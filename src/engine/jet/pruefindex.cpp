@@ -3,6 +3,7 @@
 
 #include "base/atempause.h"
 #include "engine/jet/prueftabelle.h"
+#include "engine/jet/schluessel.h"
 
 namespace jet::pruefung {
 namespace {
@@ -42,8 +43,15 @@ Zeilenort ortVon(const QByteArray& eintrag) {
 // One tree, walked from the root; leaves come in their order.
 class Baumpruefung {
   public:
-    Baumpruefung(Lauf& lauf, const Tabelle& tabelle, const QString& name, std::vector<quint32> seiten)
-        : lauf_(lauf), tabelle_(tabelle), name_(name), offen_(seiten.begin(), seiten.end()) {}
+    Baumpruefung(Lauf& lauf, const Tabelle& tabelle, const EchterIndex& index, const QString& name)
+        : lauf_(lauf),
+          tabelle_(tabelle),
+          name_(name),
+          eindeutig_(index.flags & kIndexEindeutig),
+          nullSchluessel_(nullSchluessel(index)) {
+        const QString wessen = u"Karte des Index »%1«"_qs.arg(name);
+        for (const quint32 seite : karteNehmen(lauf, index.karte, Teil::Index, wessen)) offen_.insert(seite);
+    }
 
     void baumPruefen(quint32 wurzel);
     // Of all entries; without keys when `mitSchluesseln` is false.
@@ -65,8 +73,10 @@ class Baumpruefung {
     Lauf& lauf_;
     const Tabelle& tabelle_;
     QString name_;
-    std::set<quint32> offen_;  // pages of the map that the walk has not met
-    QByteArray letzter_;       // entry of a leaf
+    bool eindeutig_;
+    QByteArray nullSchluessel_;  // all Null: the only key that a unique index may have twice
+    std::set<quint32> offen_;    // pages of the map that the walk has not met
+    QByteArray letzter_;         // entry of a leaf
     quint32 letztesBlatt_ = 0;
     quint32 naechstesBlatt_ = 0;  // as the last leaf says
     Eintragssumme mit_;
@@ -132,6 +142,9 @@ void Baumpruefung::blattPruefen(quint32 nummer, const Baumseite& blatt) {
     for (const QByteArray& eintrag : blatt.eintraege) {
         const QByteArrayView schluessel = QByteArrayView(eintrag).chopped(kOrtslaenge);
         if (mit_.anzahl > 0 && eintrag <= letzter_) melden(nummer, u"die Einträge sind nicht in Ordnung"_qs);
+        if (eindeutig_ && mit_.anzahl > 0 && schluessel == QByteArrayView(letzter_).chopped(kOrtslaenge) &&
+            schluessel != nullSchluessel_)
+            melden(nummer, u"ein Schlüssel kommt zweimal vor"_qs);
         mit_.hinzufuegen(ortVon(eintrag), schluessel);
         ohne_.hinzufuegen(ortVon(eintrag), {});
         letzter_ = eintrag;
@@ -193,10 +206,15 @@ Eintragssumme Baumpruefung::summe(bool mitSchluesseln) const {
     return mitSchluesseln ? mit_ : ohne_;
 }
 
+// The user's name for it rather than that of a relation.
 QString indexname(const Tabelle& tabelle, size_t nummer) {
-    for (const LogischerIndex& i : tabelle.logische)
-        if (i.echter == nummer) return i.name;
-    return u"Nr. %1"_qs.arg(nummer);
+    QString name = u"Nr. %1"_qs.arg(nummer);
+    for (const LogischerIndex& i : tabelle.logische) {
+        if (i.echter != nummer) continue;
+        name = i.name;
+        if (i.art != kIndexFremd) break;
+    }
+    return name;
 }
 
 }  // namespace
@@ -207,8 +225,7 @@ void indexPruefen(Lauf& lauf, const Tabelle& tabelle, const EchterIndex& index, 
     const auto melden = [&](quint32 seite, const QString& was) {
         lauf.melden(seite, u"Index »%1«: %2"_qs.arg(name, was));
     };
-    Baumpruefung baum(lauf, tabelle, name,
-                      karteNehmen(lauf, index.karte, Teil::Index, u"Karte des Index »%1«"_qs.arg(name)));
+    Baumpruefung baum(lauf, tabelle, index, name);
     baum.baumPruefen(index.wurzel);
     if (!baum.vollstaendig()) return;
     if (!erwartung.vollstaendig) return;

@@ -6,12 +6,15 @@
 
 #include "engine/jet/karte.h"
 #include "engine/jet/schluessel.h"
+#include "engine/jet/tdefbau.h"
 
 namespace jet::pruefung {
 namespace {
 
 constexpr int kLangwertkarte = 10;  // bytes of its record
 constexpr int kEndmarke = 2;
+constexpr int kSeitenkopf = 8;  // bytes of each page in front of its part
+constexpr int kFreieBytes = 2;  // u16 in it
 
 qsizetype namenslaenge(const Format& f, const QString& name) {
     return f.nameLaenge + name.size() * (f.jet4 ? 2 : 1);
@@ -59,6 +62,21 @@ void variablePruefen(Lauf& lauf, const Tabelle& tabelle) {
     }
 }
 
+// No more pages than it takes; Jet 4 notes what is left of each.
+void definitionsseitenPruefen(Lauf& lauf, const Tabelle& tabelle, qint64 laenge) {
+    const Format& f = lauf.format();
+    if (int(tabelle.seiten.size()) != tdefSeitenzahl(f, laenge))
+        lauf.melden(tabelle.seite(), u"die Definition hat %1 Seiten"_qs.arg(tabelle.seiten.size()));
+    qint64 rest = laenge - kSeitenkopf;
+    for (const quint32 seite : tabelle.seiten) {
+        const qint64 frei = std::max<qint64>(0, f.seite - kSeitenkopf - rest - kSeitenkopf);
+        const int vermerkt = Sicht(lauf.datei().seite(seite), lauf.name(), seite).u16(kFreieBytes);
+        if (f.jet4 && vermerkt != frei)
+            lauf.melden(seite, u"%1 freie Bytes sind vermerkt, %2 sind frei"_qs.arg(vermerkt).arg(frei));
+        rest -= f.seite - kSeitenkopf;
+    }
+}
+
 void definitionPruefen(Lauf& lauf, const Tabelle& tabelle) {
     const Format& f = lauf.format();
     const quint32 laenge = Sicht(tabelle.rohKopf, lauf.name(), tabelle.seite()).u32(f.tdefLaenge);
@@ -67,6 +85,7 @@ void definitionPruefen(Lauf& lauf, const Tabelle& tabelle) {
         lauf.melden(tabelle.seite(),
                     u"die Definition ist als %1 Bytes lang vermerkt, sie hat %2"_qs.arg(laenge).arg(soll));
     for (const quint32 seite : tabelle.seiten) lauf.belegen(seite, Teil::Definition);
+    definitionsseitenPruefen(lauf, tabelle, soll);
     namenPruefen(lauf, tabelle);
     festePruefen(lauf, tabelle);
     variablePruefen(lauf, tabelle);

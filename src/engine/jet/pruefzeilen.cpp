@@ -28,6 +28,7 @@ class Zeilenpruefung {
     void zeilePruefen(Zeilenort ort, const QByteArray& seite, const Slot& slot);
     Zeilenbytes zielHolen(Zeilenort ort);
     void wertePruefen(Zeilenort ort, QByteArrayView bytes, quint32 seite);
+    void kurzenPruefen(Zeilenort ort, const Spalte& spalte, QByteArrayView roh);
     void indexeErwarten(Zeilenort ort, const Zeilenteile& teile);
 
     Lauf& lauf_;
@@ -97,9 +98,22 @@ void Zeilenpruefung::wertePruefen(Zeilenort ort, QByteArrayView bytes, quint32 s
         if (spalte.istLang())
             lange_.wertPruefen(spalte, *roh, seite);
         else
-            wertAusBytes(lauf_.format(), spalte, *roh, lauf_.name(), seite);
+            kurzenPruefen(ort, spalte, *roh);
     }
     indexeErwarten(ort, teile);
+}
+
+// A value that lies in the row: it can be read and is not longer than its column.
+void Zeilenpruefung::kurzenPruefen(Zeilenort ort, const Spalte& spalte, QByteArrayView roh) {
+    wertAusBytes(lauf_.format(), spalte, roh, lauf_.name(), ort.seite);
+    const bool berechnet = spalte.flags2 & kSpalteBerechnet;
+    if (berechnet || (spalte.typ != kTypText && spalte.typ != kTypBinaer)) return;
+    const qsizetype einheit = spalte.typ == kTypText && lauf_.format().jet4 ? 2 : 1;
+    const qsizetype laenge =
+        spalte.typ == kTypText ? textLesen(lauf_.format(), roh).size() : qsizetype(roh.size());
+    if (laenge * einheit > spalte.laenge)
+        lauf_.melden(ort.seite, u"Zeile %1: der Wert in »%2« ist länger als das Feld"_qs.arg(ort.zeile).arg(
+                                    spalte.name));
 }
 
 // Without keys only rows are told from each other whose columns are all Null.
@@ -110,9 +124,18 @@ bool ganzNull(const Tabelle& tabelle, const EchterIndex& index, const Zeilenteil
     });
 }
 
+bool hatNull(const Tabelle& tabelle, const EchterIndex& index, const Zeilenteile& teile) {
+    return std::any_of(index.spalten.begin(), index.spalten.end(), [&](const IndexSpalte& s) {
+        const Spalte* spalte = tabelle.spalteMitNummer(s.nummer);
+        return spalte && spalte->typ != kTypBoolean && !teile.gesetzt(s.nummer);
+    });
+}
+
 void Zeilenpruefung::indexeErwarten(Zeilenort ort, const Zeilenteile& teile) {
     for (size_t i = 0; i < erwartungen_.size(); ++i) {
         const EchterIndex& index = tabelle_.echte[i];
+        if ((index.flags & kIndexErforderlich) && hatNull(tabelle_, index, teile))
+            lauf_.melden(ort.seite, u"Zeile %1 ist leer, wo ein Index Werte verlangt"_qs.arg(ort.zeile));
         if ((index.flags & kIndexOhneNull) && ganzNull(tabelle_, index, teile)) continue;
         QByteArray schluessel;
         if (erwartungen_[i].mitSchluesseln)

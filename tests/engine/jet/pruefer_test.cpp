@@ -181,6 +181,16 @@ std::vector<Fall> seitenfaelle() {
              setzen(d, 1, zeileAb(d, {1, 0}), quint8(7));
          },
          u"Gesamtkarte, Seite 1: nicht lesbar"_qs},
+        {"pages behind the end that are not free", kBeziehungen,
+         [](auto& d) {
+             bitSetzen(d, {1, 0}, 500, false);
+         },
+         u"Gesamtkarte, Seite 1: Seiten hinter dem Dateiende sind nicht als frei vermerkt"_qs},
+        {"global map shorter than the file", kBeziehungen,
+         [](auto& d) {
+             while (d.seitenzahl() < 513) d.anhaengen();
+         },
+         u"Gesamtkarte, Seite 1: die Karte reicht nur bis Seite 511"_qs},
         {"page in two maps", kBeziehungen,
          [](auto& d) {
              bitSetzen(d, {kKarten, kBesitzIndex}, kDaten, true);
@@ -247,6 +257,14 @@ std::vector<Fall> datenfaelle() {
              setzen(d, kDaten, zeileAb(d, {kDaten, 0}), quint16(3));
          },
          u"Table2, Seite 60: Zeile 0 hat 3 Spalten"_qs},
+        {"text longer than its field", kBeziehungen,
+         [](auto& d) { spalteSetzen(d, u"Table2"_qs, 1, d.format().spalteLaenge, 4); },
+         u"Table2, Seite 60: Zeile 0: der Wert in »data« ist länger als das Feld"_qs},
+        {"Null where an index asks for values", kBeziehungen,
+         [](auto& d) {
+             setzen(d, kDaten, zeileAb(d, {kDaten, 0}) + 18, quint8(2));
+         },
+         u"Table2, Seite 60: Zeile 0 ist leer, wo ein Index Werte verlangt"_qs},
         {"row whose values leave it", kBeziehungen,
          [](auto& d) {
              setzen(d, kDaten, zeileAb(d, {kDaten, 0}) + 12, quint16(500));
@@ -354,6 +372,14 @@ std::vector<Fall> indexfaelle() {
         {"two entries to one row", kBeziehungen,
          [](auto& d) { setzen(d, kIndex, kEintraege + kEintrag - 1, quint8(1)); },
          u"Index »id«: Einträge führen zu Zeilen, die es nicht gibt"_qs},
+        {"equal keys in a unique index", kBeziehungen,
+         [](auto& d) {
+             // Both the row and its entry say so.
+             setzen(d, kDaten, zeileAb(d, {kDaten, 1}) + 2, quint32(0));
+             setzen(d, kZweiterIndex, kEintraege + kEintrag + 4, quint8(0));
+             setzen(d, kIndex, kEintraege + kEintrag + 4, quint8(0));
+         },
+         u"Table2, Seite 32: Index »PrimaryKey«: ein Schlüssel kommt zweimal vor"_qs},
         {"entry missing", kBeziehungen,
          [](auto& d) {
              setzen(d, kIndex, d.format().indexMaske + 3, quint8(0));
@@ -426,6 +452,17 @@ std::vector<Fall> definitionsfaelle() {
     return {
         {"length of the definition", kBeziehungen, [](auto& d) { setzen(d, kDefinition, 8, quint32(380)); },
          u"Table2, Seite 27: die Definition ist als 380 Bytes lang vermerkt, sie hat 379"_qs},
+        {"free bytes of a definition", kBeziehungen, [](auto& d) { setzen(d, kDefinition, 2, quint16(1)); },
+         u"Table2, Seite 27: 1 freie Bytes sind vermerkt, 3709 sind frei"_qs},
+        {"definition with a page too many", kBeziehungen,
+         [](auto& d) {
+             const quint32 neue = d.anhaengen();
+             QByteArray seite(d.format().seite, '\0');
+             d.schreiben(neue, seite.replace(0, 2, "\x02\x01"));
+             bitSetzen(d, {1, 0}, neue, false);
+             setzen(d, kDefinition, 4, neue);
+         },
+         u"Table2, Seite 27: die Definition hat 2 Seiten"_qs},
         {"relation without its other side", kBeziehungen,
          [](auto& d) { setzen(d, kDefinition, 0x101 + 4, quint32(9)); },
          u"hat auf Seite 27 keine Gegenseite"_qs},
@@ -605,6 +642,13 @@ TEST(JetPruefer, BekannteMaengelBleibenBekanntWennDieTabelleUmbenanntWird) {
     EXPECT_FALSE(vorher.gleich({27, 61, u"kaputt"_qs, u"Alt"_qs}));
     EXPECT_FALSE(vorher.gleich({28, 60, u"kaputt"_qs, u"Alt"_qs}));
     EXPECT_FALSE(vorher.gleich({27, 60, u"anders"_qs, u"Alt"_qs}));
+}
+
+TEST(JetPruefer, MeldetEineAngebrocheneLetzteSeite) {
+    PROBE_ODER_UEBERSPRINGEN(kBeziehungen);
+    Seitendatei datei(proben::bytes(kBeziehungen) + "x");
+    EXPECT_EQ(jet::maengelSuchen(datei),
+              QStringList(u"Gesamtkarte, Seite 72: die letzte Seite der Datei ist nicht vollständig"_qs));
 }
 
 TEST(JetPruefer, FalscheZeilenzahlEinerSystemtabelleIstKeinMangel) {
