@@ -48,7 +48,7 @@ bool FeldIgnoriert(const FeldZuordnung& zuordnung) {
     return zuordnung.Gruppe == 0 && zuordnung.Maske == zeileVon(kIgnorieren).Code;
 }
 
-qint16 Maske(std::initializer_list<int> feldarten) {
+qint16 Maske(const std::vector<int>& feldarten) {
     qint16 maske = 0;
     for (int feldart : feldarten) maske = qint16(maske | zeileVon(feldart).Code);
     return maske;

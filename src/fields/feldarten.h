@@ -72,7 +72,7 @@ int FeldMitArtFinden(const FeldZuordnungen& zuordnungen, int feldart);
 bool FeldIgnoriert(const FeldZuordnung& zuordnung);
 
 // The or of the codes of some kinds, for example Maske({kStrasse, kHausnummer}).
-qint16 Maske(std::initializer_list<int> feldarten);
+qint16 Maske(const std::vector<int>& feldarten);
 
 // "(Straße,Hausnummer)": the names of the kinds joined by commas inside one pair of brackets.
 QString FeldartBeschriftung(const std::vector<int>& feldarten);
