@@ -1,0 +1,35 @@
+// Small things that every window is built from.
+#include "ui/bausteine.h"
+
+QString ElementName(const QString& feld, int index) {
+    return QStringLiteral("%1_%2").arg(feld).arg(index);
+}
+
+QLabel* Textfeld(const QString& text) {
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setWordWrap(true);
+    return label;
+}
+
+QLabel* Textfeld(const QString& text, const QString& name) {
+    QLabel* label = Textfeld(text);
+    label->setObjectName(name);
+    return label;
+}
+
+QLabel* Beschriftung(const QString& text, QWidget* element) {
+    auto* label = new QLabel(text);
+    label->setTextFormat(Qt::PlainText);
+    label->setBuddy(element);
+    return label;
+}
+
+int PixelAusTwips(int twips, const QWidget* widget) {
+    constexpr int kTwipsProZoll = 1440;
+    return twips * widget->logicalDpiX() / kTwipsProZoll;
+}
+
+QString OhneKuerzel(QString text) {
+    return text.replace(u'&', QStringLiteral("&&"));
+}

@@ -1,0 +1,46 @@
+// Small things that every window is built from: named controls, wrapped texts, lengths in twips, guarded
+// clicks.
+#pragma once
+
+#include <QLabel>
+#include <QString>
+#include <QWidget>
+
+#include "run/meldungen.h"
+
+// A new control with its object name; the layout that takes it in owns it.
+template <typename Steuerelement, typename... Argumente>
+Steuerelement* Neu(const QString& name, Argumente&&... argumente) {
+    auto* element = new Steuerelement(std::forward<Argumente>(argumente)...);
+    element->setObjectName(name);
+    return element;
+}
+
+// "cbxSuchFeld", 3 gives "cbxSuchFeld_3".
+QString ElementName(const QString& feld, int index);
+
+// A label that shows its text as it stands and wraps it.
+QLabel* Textfeld(const QString& text);
+QLabel* Textfeld(const QString& text, const QString& name);
+// A label in front of its control; an "&" in the text is the key that leads there.
+QLabel* Beschriftung(const QString& text, QWidget* element);
+
+// 1440 twips are an inch, which is as many pixels as the screen of `widget` says.
+int PixelAusTwips(int twips, const QWidget* widget);
+
+// A text for a place where "&" would mark a key: as it stands.
+QString OhneKuerzel(QString text);
+
+// Runs a user's action; a failure that nothing else has caught is told in a box.
+template <typename Aktion>
+void Gesichert(Aktion&& aktion) {
+    try {
+        aktion();
+        return;
+    } catch (...) {
+        FehlerMerken();
+    }
+    const QString beschreibung = FehlerBeschreibung();
+    FehlerVergessen();
+    AchtungZeigen(beschreibung);
+}

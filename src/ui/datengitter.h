@@ -1,0 +1,46 @@
+// The grid of the review windows: shows a data control, read-only, by whole rows.
+#pragma once
+
+#include <QTableView>
+#include <functional>
+
+#include "ui/datensteuerung.h"
+
+// The current row is the control's current record. A right click leaves it where it is.
+class Datengitter : public QTableView {
+  public:
+    explicit Datengitter(QWidget* eltern = nullptr);
+
+    // The control to show; it must outlive the grid.
+    void setDataSource(Datensteuerung* daten);
+    Datensteuerung* DataSource() const { return daten_; }
+
+    // Columns count from 0; widths are in twips, 1440 to the inch.
+    void setColumnCaption(int spalte, const QString& text);
+    void setColumnTwips(int spalte, int twips);
+    // Shows the control's current record; call after its `Refresh`. Sideways everything stays in place.
+    void aktuellenSatzZeigen();
+
+    // A mouse button was released over the rows. The menu key and Shift+F10 count as the right one.
+    std::function<void(Qt::MouseButton)> maus;
+    std::function<void()> klick;            // the left one was, on a row
+    std::function<void(int)> taste;         // a key was pressed, after the grid has acted on it
+    std::function<void()> zeileGewechselt;  // the user chose another record
+
+  protected:
+    void currentChanged(const QModelIndex& neu, const QModelIndex& alt) override;
+    void mousePressEvent(QMouseEvent* ereignis) override;
+    void mouseDoubleClickEvent(QMouseEvent* ereignis) override;
+    void mouseReleaseEvent(QMouseEvent* ereignis) override;
+    void contextMenuEvent(QContextMenuEvent* ereignis) override;
+    void keyPressEvent(QKeyEvent* ereignis) override;
+
+  private:
+    Datensteuerung* daten_ = nullptr;
+};
+
+// Lets grids with the same columns go together: sideways and in the widths of their columns.
+void GitterKoppeln(const QList<Datengitter*>& gitter);
+
+// Widths for the columns from `ab` on, by their captions and the first rows of all `gitter`, within bounds.
+void SpaltenbreitenSchaetzen(const QList<Datengitter*>& gitter, int ab);

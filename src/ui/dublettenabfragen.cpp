@@ -1,0 +1,80 @@
+// The query texts of the duplicate review.
+#include "ui/dublettenabfragen.h"
+
+#include "search/suchzustand.h"
+
+namespace {
+
+QString inKlammern(const QString& name) {
+    return u'[' + name + u']';
+}
+
+QString gleich(const char16_t* feld, const QString& zahl) {
+    return inKlammern(QString::fromUtf16(feld)) + QStringLiteral(" = ") + zahl;
+}
+
+QString statusGleich(int status) {
+    return gleich(kTempDss, QString::number(status));
+}
+
+QString alles(const QString& tabelle) {
+    return QStringLiteral("SELECT * FROM ") + inKlammern(tabelle);
+}
+
+// The remark stands first in a grid.
+QString anmerkungUndAlles(const QString& tabelle) {
+    return QStringLiteral("SELECT ") + inKlammern(QString::fromUtf16(kTempAmk)) + QStringLiteral(",* FROM ") +
+           inKlammern(tabelle);
+}
+
+// The missing blanks in front of WHERE and AND are part of the texts.
+QString wo(const QString& bedingung) {
+    return QStringLiteral("WHERE ") + bedingung;
+}
+
+QString zuUebernehmen() {
+    return statusGleich(kStatusAngereichertBleibt) + QStringLiteral(" OR ") +
+           statusGleich(kStatusDubletteBleibt);
+}
+
+QString dubletteDer(const QString& gruppe) {
+    return statusGleich(kStatusDublette) + QStringLiteral("AND ") + gleich(kTempBn, gruppe);
+}
+
+}  // namespace
+
+QString AbfrageAngereichert(const QString& tabelle) {
+    return alles(tabelle) + u' ' + wo(statusGleich(kStatusAngereichert));
+}
+
+QString AnzeigeAngereichert(const QString& tabelle) {
+    return anmerkungUndAlles(tabelle) + wo(statusGleich(kStatusAngereichert));
+}
+
+QString AbfrageUebernehmen(const QString& tabelle) {
+    return alles(tabelle) + wo(zuUebernehmen());
+}
+
+QString AnzeigeUebernehmen(const QString& tabelle) {
+    return anmerkungUndAlles(tabelle) + wo(zuUebernehmen());
+}
+
+QString AbfrageDublette(const QString& tabelle, const QString& gruppe) {
+    return alles(tabelle) + wo(dubletteDer(gruppe));
+}
+
+QString AnzeigeDublette(const QString& tabelle, const QString& gruppe) {
+    return anmerkungUndAlles(tabelle) + wo(dubletteDer(gruppe));
+}
+
+QString AnzeigeDubletteLeer(const QString& tabelle) {
+    return anmerkungUndAlles(tabelle) + wo(QStringLiteral("1 = 2"));
+}
+
+QString AnzeigeDubletteLeerNachZeilenwechsel(const QString& tabelle) {
+    return anmerkungUndAlles(tabelle) + wo(QStringLiteral("1=2"));
+}
+
+QString BedingungSatz(const QString& satznummer) {
+    return gleich(kTempDsn, satznummer);
+}

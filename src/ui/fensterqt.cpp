@@ -1,0 +1,108 @@
+// The waist of run/ on top of the real window.
+#include "ui/fensterqt.h"
+
+#include <QApplication>
+
+#include "ui/dialoge.h"
+#include "ui/frmdublettenbearbeiten.h"
+#include "ui/frmhaupt.h"
+
+Knopf FensterQt::meldungZeigen(const Meldung& meldung) {
+    return MeldungAnzeigen(meldung);
+}
+
+void FensterQt::rahmenSichtbar(int rahmen, bool sichtbar) {
+    haupt_.rahmenSichtbar(rahmen, sichtbar);
+}
+
+void FensterQt::rahmenFuellen(int rahmen) {
+    if (Rahmen* f = haupt_.freRahmen(rahmen)) f->fuellen();
+}
+
+bool FensterQt::rahmenPruefen(int rahmen) {
+    Rahmen* f = haupt_.freRahmen(rahmen);
+    return !f || f->pruefen();
+}
+
+void FensterQt::zurueckSichtbar(bool sichtbar) {
+    haupt_.btnZurück->setVisible(sichtbar);
+}
+
+void FensterQt::weiterSichtbar(bool sichtbar) {
+    haupt_.btnWeiter->setVisible(sichtbar);
+}
+
+void FensterQt::hilfeSichtbar(bool sichtbar) {
+    haupt_.btnHilfe->setVisible(sichtbar);
+}
+
+void FensterQt::zurueckText(const QString& text) {
+    haupt_.btnZurück->setText(text);
+}
+
+void FensterQt::weiterText(const QString& text) {
+    haupt_.btnWeiter->setText(text);
+}
+
+void FensterQt::zurueckAktiv(bool aktiv) {
+    haupt_.btnZurück->setEnabled(aktiv);
+}
+
+void FensterQt::information(const QString& text) {
+    haupt_.rahmenDurchfuehrung->lblInformation->setText(text);
+}
+
+void FensterQt::datensaetze(const QString& text) {
+    haupt_.rahmenDurchfuehrung->lblDatensätze->setText(text);
+}
+
+void FensterQt::dauer(const QString& text) {
+    haupt_.rahmenDurchfuehrung->lblDauer->setText(text);
+}
+
+void FensterQt::verbleibendeZeit(const QString& text) {
+    haupt_.rahmenDurchfuehrung->lblVerbleibendeZeit->setText(text);
+}
+
+void FensterQt::teilFortschritt(float prozent) {
+    haupt_.rahmenDurchfuehrung->fortschrittSetzen(prozent);
+}
+
+float FensterQt::teilFortschritt() const {
+    return haupt_.rahmenDurchfuehrung->fortschritt();
+}
+
+void FensterQt::teilFortschrittText(const QString& text) {
+    haupt_.rahmenDurchfuehrung->lblTeilFortschritt->setText(text);
+}
+
+void FensterQt::taktgeber(bool an) {
+    for (QTimer* takt : {haupt_.tmrDauer, haupt_.tmrFortschritt}) an ? takt->start() : takt->stop();
+}
+
+void FensterQt::ereignisseVerarbeiten() {
+    QCoreApplication::processEvents();
+}
+
+void FensterQt::nurZeichnen() {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
+void FensterQt::neuZeichnen() {
+    haupt_.repaint();
+}
+
+void FensterQt::sanduhr(bool an) {
+    if (an && !QApplication::overrideCursor())
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else if (!an && QApplication::overrideCursor())
+        QApplication::restoreOverrideCursor();
+}
+
+Suchoptionen FensterQt::suchoptionen() {
+    return haupt_.rahmenSuche->optionen();
+}
+
+void FensterQt::dublettenBearbeiten() {
+    frmDublettenBearbeitenZeigen(&haupt_);
+}

@@ -1,0 +1,345 @@
+// The duplicate review: the user decides record by record what stays.
+#include "ui/frmdublettenbearbeiten.h"
+
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QScopeGuard>
+#include <QStringList>
+
+#include "run/meldungen.h"
+#include "run/rahmen.h"
+#include "run/schritte.h"
+#include "run/zustand.h"
+#include "search/suchzustand.h"
+#include "ui/bausteine.h"
+#include "ui/dublettenabfragen.h"
+
+namespace {
+
+constexpr int kAnmerkungTwips = 1600;
+constexpr int kAnsichtMs = 10;
+
+QString feldname(const char16_t* name) {
+    return QString::fromUtf16(name);
+}
+
+int angereichertUebernehmen(int) {
+    return kStatusAngereichertBleibt;
+}
+
+int dubletteUebernehmen(int) {
+    return kStatusDubletteBleibt;
+}
+
+// Back to the list that the record came from.
+int zuruecklegen(int status) {
+    switch (status) {
+        case kStatusAngereichertBleibt:
+            return kStatusAngereichert;
+        case kStatusDubletteBleibt:
+            return kStatusDublette;
+        default:
+            return status;
+    }
+}
+
+// Writes the state of the current record.
+void statusSchreiben(dao::Recordset& saetze, const std::function<int(int)>& regel) {
+    const Wert alt = saetze.Fields(feldname(kTempDss)).Value();
+    const int neu = regel(int(alt.alsZahl()));
+    saetze.Edit();
+    saetze.Fields(feldname(kTempDss)).setValue(neu);
+    saetze.Update();
+}
+
+void schliessen(std::unique_ptr<dao::Recordset>& saetze) {
+    FehlerUebergehen([&] { Gesetzt(saetze).Close(); });
+    saetze.reset();
+}
+
+QString gruppeVon(const Datensteuerung& angereichert) {
+    return angereichert.Fields(feldname(kTempBn)).alsText();
+}
+
+int steuerfelderZaehlen(dao::Recordset& saetze) {
+    int anzahl = 0;
+    for (int i = 0; i < saetze.FieldsCount(); ++i)
+        if (saetze.Fields(i).Name().contains(QStringLiteral("TEMP_"))) ++anzahl;
+    return anzahl;
+}
+
+bool alleLoeschenBestaetigt() {
+    return FrageStellen(QStringLiteral("Sie haben keine Datensätze zum Übernehmen ausgewählt!\r"
+                                       "Alle angezeigten Datensätze werden gelöscht. Sind sie sicher?\r\r"
+                                       "(beim Datenabgleich ist dies der Normalfall)"),
+                        Symbol::Information, Knopf::Nein);
+}
+
+bool loeschenBestaetigt() {
+    return FrageStellen(QStringLiteral("Sollen wirklich sämtliche in den Ordnern 'Angereicherte Datensätze'\r"
+                                       " und 'Dubletten' befindliche Datensätze gelöscht werden?"),
+                        Symbol::Information, Knopf::Ja);
+}
+
+}  // namespace
+
+bool FrmDublettenBearbeiten::laden() {
+    bool geladen = true;
+    Schritte s([] { return QStringLiteral("Fehler beim Anzeigen der Ergebnisse der Dublettensuche."); });
+    s.ablauf(
+        [&] {
+            s.tu([&] {
+                rsAngereichert_ = Gesetzt(gDatenbank).OpenRecordset(AbfrageAngereichert(gZielTabelle));
+            });
+            s.tu([&] { adoAngereichert->setConnectionString(gVerbindungstext); });
+            s.tu([&] { adoAngereichert->setRecordSource(AnzeigeAngereichert(gZielTabelle)); });
+            s.tu(
+                [&] { rsÜbernehmen_ = Gesetzt(gDatenbank).OpenRecordset(AbfrageUebernehmen(gZielTabelle)); });
+            s.tu([&] { adoÜbernehmen->setConnectionString(gVerbindungstext); });
+            s.tu([&] { adoÜbernehmen->setRecordSource(AnzeigeUebernehmen(gZielTabelle)); });
+            s.tu([&] { nTempSpalten_ = qint16(steuerfelderZaehlen(Gesetzt(rsÜbernehmen_))); });
+            s.tu([&] { angereichertAnzeigen(); });
+            s.tu([&] { dubletteAnzeigen(); });
+            s.tu([&] { uebernehmenAnzeigen(); });
+        },
+        [&] {
+            gFehler = true;
+            geladen = false;
+            entladen();
+        });
+    if (geladen) SpaltenbreitenSchaetzen({dgdAngereichert, dgdDublette, dgdÜbernehmen}, 1);
+    return geladen;
+}
+
+// Column 0 is the remark; the control columns at the end are not for the user.
+void FrmDublettenBearbeiten::auslegen(Datengitter* gitter) {
+    const int spalten = gitter->model()->columnCount();
+    gitter->setColumnCaption(0, QStringLiteral("--< Anmerkungen >--"));
+    gitter->setColumnTwips(0, kAnmerkungTwips);
+    for (int spalte = std::max(0, spalten - nTempSpalten_); spalte < spalten; ++spalte)
+        gitter->setColumnHidden(spalte, true);
+    gitter->aktuellenSatzZeigen();
+    standZeigen();
+}
+
+void FrmDublettenBearbeiten::angereichertAnzeigen() {
+    adoAngereichert->Refresh();
+    auslegen(dgdAngereichert);
+}
+
+void FrmDublettenBearbeiten::uebernehmenAnzeigen() {
+    adoÜbernehmen->Refresh();
+    auslegen(dgdÜbernehmen);
+}
+
+void FrmDublettenBearbeiten::dublettenquelleSetzen() {
+    adoDublette->setRecordSource(AnzeigeDublette(gZielTabelle, gruppeVon(*adoAngereichert)));
+}
+
+void FrmDublettenBearbeiten::dubletteAnzeigen() {
+    tmrAnsicht->stop();
+    adoDublette->setConnectionString(gVerbindungstext);
+    if (adoAngereichert->RecordCount() > 0)
+        dublettenquelleSetzen();
+    else
+        adoDublette->setRecordSource(AnzeigeDubletteLeer(gZielTabelle));
+    adoDublette->Refresh();
+    auslegen(dgdDublette);
+}
+
+void FrmDublettenBearbeiten::alleAnzeigen() {
+    angereichertAnzeigen();
+    dubletteAnzeigen();
+    uebernehmenAnzeigen();
+}
+
+void FrmDublettenBearbeiten::dublettenUndUebernehmenAnzeigen() {
+    dubletteAnzeigen();
+    uebernehmenAnzeigen();
+}
+
+// The duplicates follow with a short delay, so that a key held down runs through the rows.
+void FrmDublettenBearbeiten::dubletteNachfuehren() {
+    adoDublette->setConnectionString(gVerbindungstext);
+    if (adoAngereichert->RecordCount() > 0) {
+        tmrAnsicht->setInterval(kAnsichtMs);
+        tmrAnsicht->start();
+    } else {
+        adoDublette->setRecordSource(AnzeigeDubletteLeerNachZeilenwechsel(gZielTabelle));
+        adoDublette->Refresh();
+        auslegen(dgdDublette);
+    }
+    standZeigen();
+}
+
+void FrmDublettenBearbeiten::tmrAnsicht_Timer() {
+    if (entladen_ || adoAngereichert->Eof()) return;
+    // The end of an action that is at work shows the duplicates anyway, unless it has nothing to do.
+    if (handelt_) return tmrAnsicht->start();
+    Gesichert([this] {
+        dublettenquelleSetzen();
+        adoDublette->Refresh();
+        auslegen(dgdDublette);
+    });
+}
+
+void FrmDublettenBearbeiten::standZeigen() {
+    const QStringList steuerfelder{feldname(kTempDss), feldname(kTempDsn), feldname(kTempBn),
+                                   feldname(kTempAmk), QStringLiteral("TEMP_DSQ")};
+    for (Datensteuerung* daten : {adoDublette, adoÜbernehmen})
+        daten->vergleichen(*adoAngereichert, feldname(kTempBn), steuerfelder);
+    lblGruppe->setText(adoAngereichert->Eof() ? QString()
+                                              : QStringLiteral("Gruppe %1 von %2")
+                                                    .arg(adoAngereichert->position() + 1)
+                                                    .arg(adoAngereichert->RecordCount()));
+    lblStand->setText(QStringLiteral("Angereichert: %1   Dubletten der Gruppe: %2   Zu übernehmen: %3")
+                          .arg(adoAngereichert->RecordCount())
+                          .arg(adoDublette->RecordCount())
+                          .arg(adoÜbernehmen->RecordCount()));
+}
+
+// A failure of an action is told; what it wrote is taken back.
+void FrmDublettenBearbeiten::handeln(const std::function<void()>& aktion) {
+    if (handelt_ || entladen_) return;
+    handelt_ = true;
+    const auto fertig = qScopeGuard([this] {
+        handelt_ = false;
+        rsDublette_.reset();
+    });
+    Gesichert(aktion);
+}
+
+void FrmDublettenBearbeiten::inTransaktion(const std::function<void()>& schreiben) {
+    gArbeitsbereich->BeginTrans();
+    try {
+        schreiben();
+    } catch (...) {
+        FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
+        throw;
+    }
+    // An unloaded window has rolled back already.
+    if (!entladen_) gArbeitsbereich->CommitTrans();
+}
+
+void FrmDublettenBearbeiten::einenVerschieben(dao::Recordset& saetze, const Datensteuerung& daten,
+                                              const Statusregel& regel) {
+    inTransaktion([&] {
+        saetze.FindFirst(BedingungSatz(daten.Fields(feldname(kTempDsn)).alsText()));
+        if (!saetze.NoMatch()) statusSchreiben(saetze, regel);
+    });
+}
+
+bool FrmDublettenBearbeiten::alleVerschieben(dao::Recordset& saetze, const Statusregel& regel) {
+    verschiebeknoepfe(false);
+    const auto fertig = qScopeGuard([this] { verschiebeknoepfe(true); });
+    inTransaktion([&] {
+        saetze.MoveFirst();
+        while (!entladen_ && !saetze.Eof()) {
+            statusSchreiben(saetze, regel);
+            saetze.MoveNext();
+            DoEvents();
+        }
+    });
+    return !entladen_;
+}
+
+void FrmDublettenBearbeiten::verschiebeknoepfe(bool aktiv) {
+    for (QPushButton* knopf : {btnFertig, btnAngereichert, btnDublette, btnÜbernehmen})
+        knopf->setEnabled(aktiv);
+}
+
+void FrmDublettenBearbeiten::rechteMaustaste(Qt::MouseButton knopf,
+                                             void (FrmDublettenBearbeiten::*verschieben)()) {
+    if (knopf == Qt::RightButton) handeln([&] { (this->*verschieben)(); });
+}
+
+void FrmDublettenBearbeiten::angereichertVerschieben() {
+    if (adoAngereichert->Eof()) return;
+    Gesetzt(rsAngereichert_).Requery();
+    if (rsAngereichert_->Eof()) return;
+    einenVerschieben(*rsAngereichert_, *adoAngereichert, angereichertUebernehmen);
+    alleAnzeigen();
+}
+
+void FrmDublettenBearbeiten::btnAngereichert_Click() {
+    Gesetzt(rsAngereichert_).Requery();
+    if (rsAngereichert_->Eof()) return;
+    if (alleVerschieben(*rsAngereichert_, angereichertUebernehmen)) alleAnzeigen();
+}
+
+void FrmDublettenBearbeiten::dubletteVerschieben() {
+    if (adoDublette->Eof() || adoAngereichert->Eof()) return;
+    rsDublette_ =
+        Gesetzt(gDatenbank).OpenRecordset(AbfrageDublette(gZielTabelle, gruppeVon(*adoAngereichert)));
+    if (rsDublette_->Eof()) return;
+    einenVerschieben(*rsDublette_, *adoDublette, dubletteUebernehmen);
+    dublettenUndUebernehmenAnzeigen();
+}
+
+void FrmDublettenBearbeiten::btnDublette_Click() {
+    if (adoAngereichert->RecordCount() == 0) return;
+    rsDublette_ =
+        Gesetzt(gDatenbank).OpenRecordset(AbfrageDublette(gZielTabelle, gruppeVon(*adoAngereichert)));
+    if (rsDublette_->Eof()) return;
+    if (alleVerschieben(*rsDublette_, dubletteUebernehmen)) dublettenUndUebernehmenAnzeigen();
+}
+
+void FrmDublettenBearbeiten::uebernehmenVerschieben() {
+    if (adoÜbernehmen->Eof()) return;
+    Gesetzt(rsÜbernehmen_).Requery();
+    if (rsÜbernehmen_->Eof()) return;
+    einenVerschieben(*rsÜbernehmen_, *adoÜbernehmen, zuruecklegen);
+    alleAnzeigen();
+}
+
+void FrmDublettenBearbeiten::btnÜbernehmen_Click() {
+    Gesetzt(rsÜbernehmen_).Requery();
+    if (rsÜbernehmen_->Eof()) return;
+    if (alleVerschieben(*rsÜbernehmen_, zuruecklegen)) alleAnzeigen();
+}
+
+void FrmDublettenBearbeiten::btnFertig_Click() {
+    if (adoÜbernehmen->RecordCount() == 0 && !alleLoeschenBestaetigt()) return;
+    if (!loeschenBestaetigt()) return;
+    gAnzahlAngereichert = qint32(Gesetzt(rsAngereichert_).RecordCount());
+    entladen();
+}
+
+// May come in the middle of a move, which then finds the window unloaded and leaves everything alone.
+void FrmDublettenBearbeiten::btnAbbrechen_Click() {
+    if (entladen_) return;
+    FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
+    entladen();
+    gAbbruch = true;
+}
+
+void FrmDublettenBearbeiten::entladen() {
+    entladen_ = true;
+    tmrAnsicht->stop();
+    schliessen(rsAngereichert_);
+    schliessen(rsÜbernehmen_);
+    done(0);
+}
+
+void FrmDublettenBearbeiten::reject() {}
+
+void FrmDublettenBearbeiten::closeEvent(QCloseEvent* ereignis) {
+    if (!entladen_) {
+        AbbruchErfragen();
+        if (gAbbruch) btnAbbrechen_Click();
+    }
+    ereignis->setAccepted(entladen_);
+}
+
+// Enter presses the button that has the focus and nothing else.
+void FrmDublettenBearbeiten::keyPressEvent(QKeyEvent* ereignis) {
+    if (ereignis->key() != Qt::Key_Return && ereignis->key() != Qt::Key_Enter)
+        return QDialog::keyPressEvent(ereignis);
+    ereignis->accept();
+    if (auto* knopf = dynamic_cast<QPushButton*>(focusWidget())) knopf->click();
+}
+
+void frmDublettenBearbeitenZeigen(QWidget* eltern) {
+    FrmDublettenBearbeiten fenster(eltern);
+    if (fenster.laden()) fenster.exec();
+}

@@ -1,0 +1,196 @@
+// The one window of the wizard.
+#include "ui/frmhaupt.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDesktopServices>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include "data/start.h"
+#include "run/fortschritt.h"
+#include "run/rahmen.h"
+#include "run/zustand.h"
+#include "ui/bausteine.h"
+
+namespace {
+
+constexpr int kKnopfstreifenTwips = 600;
+constexpr int kNachbearbeitungDubletten = 12;
+
+void internetseiteOeffnen() {
+    QDesktopServices::openUrl(QUrl(QStringLiteral("https://www.lindgarn.example/")));
+}
+
+void supportSchreiben() {
+    QDesktopServices::openUrl(
+        QUrl(QStringLiteral("mailto:support@lindgarn.example?Subject=Supportanfrage%20für%20'Lindgarn%201.0'"
+                            "&Body=Anfrage%20von%20%0D%0A")));
+}
+
+QPushButton* knopf(const QString& name, const QString& text) {
+    auto* taste = Neu<QPushButton>(name, text);
+    taste->setAutoDefault(true);
+    return taste;
+}
+
+QAction* eintrag(QMenu* menue, const QString& name, const QString& text) {
+    QAction* aktion = menue->addAction(text);
+    aktion->setObjectName(name);
+    return aktion;
+}
+
+void nochNicht(QAction* aktion) {
+    aktion->setEnabled(false);
+    aktion->setToolTip(QStringLiteral("In dieser Fassung noch nicht enthalten."));
+}
+
+void trennen(QMenu* menue, const QString& name) {
+    menue->addSeparator()->setObjectName(name);
+}
+
+}  // namespace
+
+FrmHaupt::FrmHaupt()
+    : btnHilfe(knopf(QStringLiteral("btnHilfe"), QStringLiteral("&Hilfe"))),
+      btnZurück(knopf(QStringLiteral("btnZurück"), QStringLiteral("<<  Zurück"))),
+      btnWeiter(knopf(QStringLiteral("btnWeiter"), QStringLiteral("Weiter  >>"))),
+      btnBeenden(knopf(QStringLiteral("btnBeenden"), QStringLiteral("Beenden"))),
+      tmrDauer(Neu<QTimer>(QStringLiteral("tmrDauer"), this)),
+      tmrFortschritt(Neu<QTimer>(QStringLiteral("tmrFortschritt"), this)),
+      stapel_(new QStackedWidget),
+      leereSeite_(new QWidget) {
+    setObjectName(QStringLiteral("frmHaupt"));
+    setWindowTitle(QStringLiteral(" Lindgarn"));
+    setWindowIcon(QIcon(QStringLiteral(":/symbole/lindgarn.svg")));
+    rahmenAnlegen();
+    menueAnlegen();
+
+    auto* inhalt = new QWidget;
+    auto* spalte = new QVBoxLayout(inhalt);
+    spalte->addWidget(stapel_, 1);
+    spalte->addLayout(knopfleiste());
+    setCentralWidget(inhalt);
+    groesseFestlegen(inhalt);
+
+    tmrDauer->setInterval(1000);
+    tmrFortschritt->setInterval(10);
+    connect(tmrDauer, &QTimer::timeout, this, [this] { tmrDauer_Timer(tmrDauer->interval()); });
+    connect(tmrFortschritt, &QTimer::timeout, this, [] { tmrFortschritt_Timer(); });
+    connect(btnWeiter, &QPushButton::clicked, this, [] { WeiterGehen(); });
+    connect(btnZurück, &QPushButton::clicked, this, [] { ZurueckGehen(); });
+    connect(btnBeenden, &QPushButton::clicked, this, [this] { close(); });
+    // Help comes with its own window.
+    btnHilfe->setEnabled(false);
+    btnHilfe->setToolTip(QStringLiteral("In dieser Fassung noch nicht enthalten."));
+    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this), &QShortcut::activated, this,
+            [] { gSystemmeldungZeigen = !gSystemmeldungZeigen; });
+}
+
+template <typename Art>
+Art* FrmHaupt::rahmenAufnehmen(Art* rahmen) {
+    stapel_->addWidget(rahmen);
+    rahmen_[rahmen->objectName().section(u'_', 1).toInt()] = rahmen;
+    return rahmen;
+}
+
+void FrmHaupt::rahmenAnlegen() {
+    stapel_->addWidget(leereSeite_);
+    rahmenAufnehmen(new RahmenWillkommen);
+    rahmenAufnehmen(new RahmenSicherheit);
+    rahmenDatenbank = rahmenAufnehmen(new RahmenDatenbank);
+    rahmenTabelle = rahmenAufnehmen(new RahmenTabelle);
+    rahmenZiel = rahmenAufnehmen(new RahmenZiel);
+    rahmenVorgang = rahmenAufnehmen(new RahmenVorgang);
+    rahmenDurchfuehrung = rahmenAufnehmen(new RahmenDurchfuehrung);
+    rahmenFelder = rahmenAufnehmen(new RahmenFelder);
+    rahmenSuche = rahmenAufnehmen(new RahmenSuche);
+    rahmenAufnehmen(new Rahmen(kNachbearbeitungDubletten, QStringLiteral(" Nachbearbeitung ")));
+    rahmenProtokoll = rahmenAufnehmen(new RahmenProtokoll);
+}
+
+QLayout* FrmHaupt::knopfleiste() {
+    auto* leiste = new QHBoxLayout;
+    leiste->addWidget(btnHilfe);
+    leiste->addStretch();
+    leiste->addWidget(btnZurück);
+    leiste->addWidget(btnWeiter);
+    leiste->addStretch();
+    leiste->addWidget(btnBeenden);
+    // The strip and the buttons keep their place while buttons come and go.
+    for (QPushButton* taste : {btnHilfe, btnZurück, btnWeiter}) {
+        QSizePolicy platz = taste->sizePolicy();
+        platz.setRetainSizeWhenHidden(true);
+        taste->setSizePolicy(platz);
+    }
+    const int breite = btnZurück->sizeHint().width();
+    for (QPushButton* taste : {btnHilfe, btnZurück, btnWeiter, btnBeenden}) taste->setMinimumWidth(breite);
+    return leiste;
+}
+
+void FrmHaupt::menueAnlegen() {
+    QMenu* programm = menuBar()->addMenu(QStringLiteral("&Programm"));
+    programm->setObjectName(QStringLiteral("mnuProgramm"));
+    connect(eintrag(programm, QStringLiteral("mnuBeenden"), QStringLiteral("&Beenden")), &QAction::triggered,
+            this, [this] { close(); });
+    QMenu* information = menuBar()->addMenu(QStringLiteral("&?"));
+    information->setObjectName(QStringLiteral("mnuInformation"));
+    information->setToolTipsVisible(true);
+    nochNicht(eintrag(information, QStringLiteral("mnuHilfe"), QStringLiteral("&Hilfe")));
+    trennen(information, QStringLiteral("mnuLeer1"));
+    connect(eintrag(information, QStringLiteral("mnuInternetseite"), QStringLiteral("&Internetseite")),
+            &QAction::triggered, this, [] { internetseiteOeffnen(); });
+    connect(eintrag(information, QStringLiteral("mnuSupport"), QStringLiteral("&Support")),
+            &QAction::triggered, this, [] { supportSchreiben(); });
+    trennen(information, QStringLiteral("mnuLeer2"));
+    nochNicht(eintrag(information, QStringLiteral("mnuInfo"), QStringLiteral("I&nfo")));
+}
+
+// The same margin to the left, to the right and at the bottom, and a strip for the buttons between frame and
+// margin.
+void FrmHaupt::groesseFestlegen(QWidget* inhalt) {
+    auto* spalte = static_cast<QVBoxLayout*>(inhalt->layout());
+    const int rand = fontMetrics().height();
+    spalte->setContentsMargins(rand, rand / 2, rand, rand);
+    const int streifen = PixelAusTwips(kKnopfstreifenTwips, this);
+    spalte->setSpacing(std::max(0, streifen - btnWeiter->sizeHint().height()));
+}
+
+Rahmen* FrmHaupt::freRahmen(int nummer) const {
+    const auto stelle = rahmen_.find(nummer);
+    return stelle == rahmen_.end() ? nullptr : stelle->second;
+}
+
+void FrmHaupt::rahmenSichtbar(int nummer, bool sichtbar) {
+    Rahmen* rahmen = freRahmen(nummer);
+    if (!rahmen) return;
+    if (sichtbar) {
+        stapel_->setCurrentWidget(rahmen);
+        rahmen->setFocus();
+    } else if (stapel_->currentWidget() == rahmen) {
+        stapel_->setCurrentWidget(leereSeite_);
+    }
+}
+
+// A run that works behind the window must not lose its database: only its own question can end it.
+void FrmHaupt::closeEvent(QCloseEvent* ereignis) {
+    constexpr int kDurchfuehrung = 6;
+    if (gRahmen == kDurchfuehrung) {
+        ereignis->ignore();
+        return AbbruchErfragen();
+    }
+    if (LaufAktiv()) return ereignis->ignore();
+    ProgrammBeenden();
+    ereignis->accept();
+}
+
+// Enter goes on, from wherever a control has no use for it.
+void FrmHaupt::keyPressEvent(QKeyEvent* ereignis) {
+    const bool enter = ereignis->key() == Qt::Key_Return || ereignis->key() == Qt::Key_Enter;
+    if (enter && ereignis->modifiers() == Qt::NoModifier && btnWeiter->isVisible()) return btnWeiter->click();
+    QMainWindow::keyPressEvent(ereignis);
+}

@@ -1,0 +1,43 @@
+// Frame 6: what a run shows while it works.
+#include "ui/rahmendurchfuehrung.h"
+
+#include <QGridLayout>
+#include <algorithm>
+
+#include "ui/bausteine.h"
+
+RahmenDurchfuehrung::RahmenDurchfuehrung()
+    : Rahmen(6, QStringLiteral(" Durchführung ")),
+      lblInformation(Textfeld(QString(), QStringLiteral("lblInformation"))),
+      pgbTeilFortschritt(Neu<QProgressBar>(QStringLiteral("pgbTeilFortschritt"))),
+      lblTeilFortschritt(Textfeld(QString(), QStringLiteral("lblTeilFortschritt"))),
+      lblDatensätze(Textfeld(QString(), QStringLiteral("lblDatensätze"))),
+      lblDauer(Textfeld(QString(), QStringLiteral("lblDauer"))),
+      lblVerbleibendeZeit(Textfeld(QString(), QStringLiteral("lblVerbleibendeZeit"))) {
+    pgbTeilFortschritt->setRange(0, 100);
+    pgbTeilFortschritt->setTextVisible(false);
+    pgbTeilFortschritt->setAccessibleName(QStringLiteral("Fortschritt"));
+    lblTeilFortschritt->setMinimumWidth(
+        lblTeilFortschritt->fontMetrics().horizontalAdvance(QStringLiteral("100 %") + u' '));
+
+    auto* gitter = new QGridLayout(this);
+    gitter->setVerticalSpacing(fontMetrics().height());
+    gitter->addWidget(lblInformation, 0, 0, 1, 3);
+    gitter->addWidget(lblDatensätze, 1, 0, 1, 3);
+    gitter->addWidget(new QLabel(QStringLiteral("Fortschritt:")), 2, 0);
+    gitter->addWidget(pgbTeilFortschritt, 2, 1);
+    gitter->addWidget(lblTeilFortschritt, 2, 2);
+    gitter->addWidget(lblDauer, 3, 1, 1, 2);
+    gitter->addWidget(lblVerbleibendeZeit, 4, 1, 1, 2);
+    gitter->setColumnStretch(1, 1);
+    gitter->setRowStretch(5, 1);
+}
+
+void RahmenDurchfuehrung::fuellen() {
+    fortschrittSetzen(0);
+}
+
+void RahmenDurchfuehrung::fortschrittSetzen(float prozent) {
+    prozent_ = std::clamp(prozent, 0.0f, 100.0f);
+    pgbTeilFortschritt->setValue(int(prozent_));
+}

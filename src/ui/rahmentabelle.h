@@ -1,0 +1,29 @@
+// Frame 3: the tables of the database, with details, deleting and renaming.
+#pragma once
+
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+
+#include "ui/rahmenbasis.h"
+
+class RahmenTabelle : public Rahmen {
+  public:
+    RahmenTabelle();
+    void fuellen() override;
+    bool pruefen() override;
+
+    QListWidget* lstTabellen;
+    QLabel* lblGröße;
+    QLabel* lblGeändert;
+    QPushButton* cmdTabelleLöschen;
+    QPushButton* cmdTabelleUmbenennen;
+
+  private:
+    // The chosen table; nothing when there is none.
+    QListWidgetItem* gewaehlt() const;
+    void tabellenAuflisten();
+    void lstTabellen_Click();
+    void cmdTabelleLöschen_Click();
+    void cmdTabelleUmbenennen_Click();
+};

@@ -1,0 +1,61 @@
+// Frame 5: the six operations.
+#include "ui/rahmenvorgang.h"
+
+#include <QGridLayout>
+
+#include "run/rahmen.h"
+#include "run/zustand.h"
+#include "ui/bausteine.h"
+
+namespace {
+
+struct Auswahl {
+    int index;
+    int vorgang;
+    const char16_t* beschriftung;
+    const char16_t* symbol;
+    int spalte, zeile;  // from 0
+};
+
+// In reading order; the indexes do not run in it.
+constexpr Auswahl kAuswahl[] = {
+    {2, 2, u"Mülldatensätze entfernen", u"muell", 0, 0},
+    {3, 1, u"Dubletten suchen", u"dubletten", 1, 0},
+    {4, 5, u"Datenabgleich", u"abgleich", 2, 0},
+    {0, 4, u"Felder verschmelzen", u"verschmelzen", 0, 1},
+    {1, 3, u"Felder spitten", u"splitten", 1, 1},
+    {5, 6, u"Daten hinzufügen", u"hinzufuegen", 2, 1},
+};
+
+QToolButton* knopf(const Auswahl& auswahl) {
+    const QString beschriftung = QString::fromUtf16(auswahl.beschriftung);
+    auto* taste = Neu<QToolButton>(ElementName(QStringLiteral("btnAuswahl"), auswahl.index));
+    taste->setIcon(QIcon(QStringLiteral(":/symbole/%1.svg").arg(QString::fromUtf16(auswahl.symbol))));
+    taste->setIconSize(QSize(64, 64));
+    taste->setFocusPolicy(Qt::StrongFocus);
+    taste->setAccessibleName(beschriftung);
+    taste->setEnabled(LaufVorhanden(auswahl.vorgang));
+    if (!taste->isEnabled()) taste->setToolTip(QStringLiteral("In dieser Fassung noch nicht enthalten."));
+    return taste;
+}
+
+}  // namespace
+
+RahmenVorgang::RahmenVorgang() : Rahmen(5, QStringLiteral(" Auswahl des Vorgangs ")) {
+    auto* gitter = new QGridLayout(this);
+    for (const Auswahl& auswahl : kAuswahl) {
+        QToolButton* taste = knopf(auswahl);
+        btnAuswahl[size_t(auswahl.index)] = taste;
+        connect(taste, &QToolButton::clicked, this, [index = auswahl.index] { VorgangWaehlen(index); });
+        QLabel* label = Textfeld(QString::fromUtf16(auswahl.beschriftung));
+        label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+        gitter->addWidget(taste, 2 * auswahl.zeile, auswahl.spalte, Qt::AlignHCenter | Qt::AlignBottom);
+        gitter->addWidget(label, 2 * auswahl.zeile + 1, auswahl.spalte);
+    }
+    for (int spalte = 0; spalte < 3; ++spalte) gitter->setColumnStretch(spalte, 1);
+    for (int zeile = 0; zeile < 4; ++zeile) gitter->setRowStretch(zeile, 1);
+}
+
+void RahmenVorgang::fuellen() {
+    gVorgang = 0;
+}

@@ -1,0 +1,16 @@
+// Frame 5: the six operations.
+#pragma once
+
+#include <QLabel>
+#include <QToolButton>
+#include <array>
+
+#include "ui/rahmenbasis.h"
+
+class RahmenVorgang : public Rahmen {
+  public:
+    RahmenVorgang();
+    void fuellen() override;
+
+    std::array<QToolButton*, 6> btnAuswahl;
+};

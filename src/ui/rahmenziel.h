@@ -1,0 +1,15 @@
+// Frame 4: the name of the table that the run writes.
+#pragma once
+
+#include <QLineEdit>
+
+#include "ui/rahmenbasis.h"
+
+class RahmenZiel : public Rahmen {
+  public:
+    RahmenZiel();
+    void fuellen() override;
+    bool pruefen() override;
+
+    QLineEdit* tbxZielTabelle;
+};
