@@ -53,7 +53,8 @@ QByteArray eigenschaftenHolen(const Seitendatei& datei, const Spalte& spalte, co
     }
 }
 
-Objekt objektLesen(const Seitendatei& datei, const Orte& orte, const Tabellenleser& leser) {
+Objekt objektLesen(const Seitendatei& datei, const Orte& orte, const Tabellenleser& leser,
+                   bool mitEigenschaften) {
     const Zeilenteile teile = leser.teile();
     const auto wert = [&](const Spalte& s) { return wertLesen(datei, s, teile); };
     Objekt o;
@@ -65,7 +66,8 @@ Objekt objektLesen(const Seitendatei& datei, const Orte& orte, const Tabellenles
     o.angelegt = tage(wert(orte.angelegt));
     o.geaendert = tage(wert(orte.geaendert));
     o.besitzer = bytes(wert(orte.besitzer));
-    if (o.typ == kObjektTabelle) o.eigenschaften = eigenschaftenHolen(datei, orte.eigenschaften, teile);
+    if (o.typ == kObjektTabelle && mitEigenschaften)
+        o.eigenschaften = eigenschaftenHolen(datei, orte.eigenschaften, teile);
     o.ort = leser.ort();
     return o;
 }
@@ -104,7 +106,12 @@ std::vector<Objekt> objekteLesen(const Seitendatei& datei) {
     const Orte orte(tabelle);
     Tabellenleser leser(datei, tabelle);
     std::vector<Objekt> objekte;
-    while (leser.weiter()) objekte.push_back(objektLesen(datei, orte, leser));
+    // In a sound file no two rows share a long value: beyond the file's size they are made up.
+    qint64 rest = qint64(datei.seitenzahl()) * datei.format().seite;
+    while (leser.weiter()) {
+        objekte.push_back(objektLesen(datei, orte, leser, rest > 0));
+        rest -= objekte.back().eigenschaften.size();
+    }
     return objekte;
 }
 

@@ -51,7 +51,8 @@ std::optional<Zeilenort> falschenSchluesselFinden(const Seitendatei& datei, cons
 class Langwertpruefung {
   public:
     Langwertpruefung(Lauf& lauf, const Tabelle& tabelle);
-    void wertPruefen(const Spalte& spalte, QByteArrayView feld, quint32 seite);
+    // `feld` is what the row holds. False when a deviation was found.
+    bool wertPruefen(const Spalte& spalte, QByteArrayView feld, quint32 seite);
 
   private:
     void mapLesen(const Langwertkarten& karten);

@@ -92,15 +92,20 @@ void Zeilenpruefung::wertePruefen(Zeilenort ort, QByteArrayView bytes, quint32 s
     const Zeilenteile teile(lauf_.format(), tabelle_, bytes, seite);
     if (teile.spaltenzahl() > tabelle_.maxSpalten)
         lauf_.melden(ort.seite, u"Zeile %1 hat %2 Spalten"_qs.arg(ort.zeile).arg(teile.spaltenzahl()));
+    bool langeGut = true;
     for (const Spalte& spalte : tabelle_.spalten) {
         const std::optional<QByteArrayView> roh = teile.roh(spalte);
         if (!roh) continue;
         if (spalte.istLang())
-            lange_.wertPruefen(spalte, *roh, seite);
+            langeGut = lange_.wertPruefen(spalte, *roh, seite) && langeGut;
         else
             kurzenPruefen(ort, spalte, *roh);
     }
-    indexeErwarten(ort, teile);
+    // Keys may need the long values, and a damaged chain may lead round the whole file.
+    if (langeGut)
+        indexeErwarten(ort, teile);
+    else
+        vollstaendig_ = false;
 }
 
 // A value that lies in the row: it can be read and is not longer than its column.
@@ -224,8 +229,8 @@ std::optional<QByteArrayView> Langwertpruefung::stueckHolen(const Spalte& spalte
     return roh.bytes;
 }
 
-void Langwertpruefung::wertPruefen(const Spalte& spalte, QByteArrayView feld, quint32 seite) {
-    if (feld.isEmpty()) return;
+bool Langwertpruefung::wertPruefen(const Spalte& spalte, QByteArrayView feld, quint32 seite) {
+    if (feld.isEmpty()) return true;
     const Sicht sicht(feld, lauf_.name(), seite);
     const quint32 kopf = sicht.u32(0);
     const qint64 laenge = kopf & kLanglaenge;
@@ -237,7 +242,7 @@ void Langwertpruefung::wertPruefen(const Spalte& spalte, QByteArrayView feld, qu
         const bool kette = !(kopf & kLangEinzeln);
         do {
             const std::optional<QByteArrayView> stueck = stueckHolen(spalte, ort, seite);
-            if (!stueck) return;
+            if (!stueck) return false;
             da += stueck->size() - (kette ? 4 : 0);
             ort = kette ? zeilenortVon(Sicht(*stueck, lauf_.name(), ort.seite).u32(0)) : Zeilenort{};
         } while (ort.seite != 0);
@@ -245,6 +250,7 @@ void Langwertpruefung::wertPruefen(const Spalte& spalte, QByteArrayView feld, qu
     if (da < laenge)
         lauf_.melden(seite,
                      u"langer Wert in »%1« hat %2 Bytes statt %3"_qs.arg(spalte.name).arg(da).arg(laenge));
+    return da >= laenge;
 }
 
 }  // namespace jet::pruefung

@@ -1,7 +1,9 @@
 // The catalogue: tables, fields, indexes, relations, properties.
 #include <map>
 
+#include "engine/jet/bytes.h"
 #include "engine/jet/katalog_lesen.h"
+#include "engine/jet/zeile.h"
 #include "proben.h"
 
 using engine::FeldDef;
@@ -194,6 +196,41 @@ TEST(JetKatalog, GeloeschteSpaltenFehlenUndDieReiheBleibt) {
     QStringList namen;
     for (const FeldDef& f : tabelle(k, u"Table1"_qs).felder) namen += f.name;
     EXPECT_EQ(namen, QStringList({"id", "id2", "data", "data2"}));
+}
+
+// Every table's properties are said to be one and the same ring of pieces, as long as the file.
+TEST(JetKatalog, ErfundeneEigenschaftenBrauchenNichtMehrSpeicherAlsDieDatei) {
+    PROBE_ODER_UEBERSPRINGEN(u"jet3-typen.mdb"_qs);
+    jet::Seitendatei datei(proben::bytes(u"jet3-typen.mdb"_qs));
+    const quint32 laenge = (datei.seitenzahl() - 1) * 2000;
+    const quint32 ring = datei.anhaengen();
+    QByteArray seite(datei.format().seite, '\0');
+    seite.replace(0, 2, "\x01\x01");
+    jet::u16Setzen(seite, datei.format().datenSlotzahl, 1);
+    jet::u16Setzen(seite, datei.format().datenKopf, 16);
+    jet::u32Setzen(seite, 16, ring << 8);
+    datei.schreiben(ring, seite);
+
+    const jet::Tabelle objekte = jet::tdefLesen(datei, jet::kSeiteObjekte);
+    const jet::Spalte& spalte = objekte.spalten[size_t(objekte.spalteMitName(u"LvProp"))];
+    jet::Tabellenleser leser(datei, objekte);
+    int tabellen = 0;
+    while (leser.weiter()) {
+        const auto feld = leser.teile().roh(spalte);
+        if (!feld || feld->size() < 12) continue;
+        QByteArray bytes = datei.seite(leser.bytesOrt().seite);
+        const qsizetype ab =
+            bytes.indexOf(leser.bytes().toByteArray()) + (feld->data() - leser.bytes().data());
+        jet::u32Setzen(bytes, ab, laenge);
+        jet::u32Setzen(bytes, ab + 4, ring << 8);
+        datei.schreiben(leser.bytesOrt().seite, bytes);
+        ++tabellen;
+    }
+    ASSERT_GE(tabellen, 4);
+    qint64 gelesen = 0;
+    for (const jet::Objekt& o : jet::objekteLesen(datei)) gelesen += o.eigenschaften.size();
+    EXPECT_GE(gelesen, laenge);
+    EXPECT_LE(gelesen, 2 * qint64(datei.seitenzahl()) * datei.format().seite);
 }
 
 TEST(JetKatalog, LeereTexteNurWoEsErlaubtIst) {
