@@ -384,7 +384,7 @@ TEST_F(RecordsetTest, ZweiterUeberDenselbenSaetzenInDerselbenFolge) {
     EXPECT_EQ(spalte(*zweiter, u"Nr"), spalte(*r, u"Nr"));
     zweiter->MoveFirst();
     r->MoveLast();
-    EXPECT_EQ(zweiter->Fields(1).Value(), Wert(u"adam"));
+    EXPECT_EQ(zweiter->Fields(1).Value(), Wert(u"Äcker"));
     zweiter->Close();
     EXPECT_EQ(r->Fields(1).Value(), Wert(u"Zimmer"));
 }
