@@ -81,7 +81,7 @@ inline void u32Setzen(QByteArray& z, qsizetype ab, quint32 w) {
 }
 inline void bytesSetzen(QByteArray& z, qsizetype ab, QByteArrayView b) {
     Q_ASSERT(ab >= 0 && ab + b.size() <= z.size());
-    std::memcpy(z.data() + ab, b.data(), size_t(b.size()));
+    if (!b.isEmpty()) std::memcpy(z.data() + ab, b.data(), size_t(b.size()));
 }
 
 // Appends at the end.
