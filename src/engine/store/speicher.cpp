@@ -29,6 +29,7 @@ Speicher::Speicher() = default;
 Speicher::~Speicher() = default;
 
 Speicher::Tabelle& Speicher::tabelle(qint64 nummer) {
+    transaktionPruefen();
     const auto fund = tabellen_.find(nummer);
     if (fund == tabellen_.end() || !fund->second.vorhanden)
         throw EngineFehler(kObjektUngueltig, QStringLiteral("Die Tabelle ist nicht mehr vorhanden."));
@@ -70,14 +71,12 @@ void Speicher::tabelleAnlegen(qint64 nummer, std::vector<Spaltenart> arten) {
 }
 
 void Speicher::tabelleEntfernen(qint64 nummer) {
-    transaktionPruefen();
     Tabelle& ziel = tabelle(nummer);
     verbindung_.ausfuehren("DROP TABLE " + tabellenname(nummer));
     ziel.vorhanden = false;
 }
 
 int Speicher::spalteAnhaengen(qint64 nummer, Spaltenart art) {
-    transaktionPruefen();
     Tabelle& ziel = tabelle(nummer);
     const int spalte = int(ziel.arten.size());
     verbindung_.ausfuehren("ALTER TABLE " + tabellenname(nummer) + " ADD COLUMN " + spaltenname(spalte));
@@ -88,7 +87,6 @@ int Speicher::spalteAnhaengen(qint64 nummer, Spaltenart art) {
 
 qint64 Speicher::zeileAnhaengen(qint64 nummer, const std::vector<int>& spalten,
                                 const std::vector<Wert>& werte) {
-    transaktionPruefen();
     Tabelle& ziel = tabelle(nummer);
     QByteArray platzhalter;
     for (size_t i = 0; i < spalten.size(); ++i) platzhalter += ",?";
@@ -138,7 +136,6 @@ qint64 Speicher::zeilenLesen(qint64 nummer, const std::vector<int>& spalten, qin
 
 bool Speicher::zeileAendern(qint64 nummer, qint64 id, const std::vector<int>& spalten,
                             const std::vector<Wert>& werte) {
-    transaktionPruefen();
     const Tabelle& ziel = tabelle(nummer);
     sqlite3_stmt* anweisung = verbindung_.vorbereitet("UPDATE " + tabellenname(nummer) + " SET id = id" +
                                                       spaltenliste(spalten, " = ?") + " WHERE id = ?");
@@ -152,7 +149,6 @@ bool Speicher::zeileAendern(qint64 nummer, qint64 id, const std::vector<int>& sp
 }
 
 void Speicher::zeilenEntfernen(qint64 nummer, const std::vector<qint64>& ids) {
-    transaktionPruefen();
     tabelle(nummer);
     Sicherungspunkt punkt(*this);
     for (qint64 id : ids) {

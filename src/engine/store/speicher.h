@@ -19,9 +19,10 @@ struct Auswahl {
     std::vector<int> ordnung;  // columns to sort by, the first one counts most; then by id
 };
 
-// Every operation raises EngineFehler: 3026 when the scratch file cannot grow, 3051 otherwise. Row ids count
-// from 1 in the order of insertion and are never given twice, also when rows were removed or a transaction
-// undone.
+// Every operation raises EngineFehler: 3026 when the scratch file cannot grow, 3051 otherwise. A scratch file
+// that could not grow may have cost the whole open transaction; every access then raises 3026 until
+// `verwerfen`. Row ids count from 1 in the order of insertion and are never given twice, also when rows were
+// removed or a transaction undone.
 class Speicher {
   public:
     Speicher();

@@ -124,7 +124,9 @@ TEST(AbfrageTest, TiefeSchachtelungWirdAbgelehntStattAbzustuerzen) {
     const int tief = 200000;
     const QString klammern = QString(tief, u'(') + QStringLiteral("[A]=1") + QString(tief, u')');
     EXPECT_EQ(nummerVon([&] { dao::bedingungLesen(klammern); }), kSyntaxfehler);
-    EXPECT_EQ(nummerVon([&] { dao::bedingungLesen(QStringLiteral("NOT ").repeated(tief) + QStringLiteral("[A]=1")); }),
+    EXPECT_EQ(nummerVon([&] {
+                  dao::bedingungLesen(QStringLiteral("NOT ").repeated(tief) + QStringLiteral("[A]=1"));
+              }),
               kSyntaxfehler);
     EXPECT_EQ(nummerVon([&] { dao::bedingungLesen(QStringLiteral("((((([A]=1)))))")); }), 0);
 }
