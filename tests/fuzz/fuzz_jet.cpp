@@ -6,15 +6,14 @@
 
 #include "engine/jet/leselauf.h"
 #include "engine/jet/mutation.h"
+#include "engine/jet/schreiblauf.h"
 
 extern "C" size_t LLVMFuzzerMutate(uint8_t* daten, size_t groesse, size_t hoechstens);
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* daten, size_t groesse) {
-    try {
-        leselauf::allesLesen(QByteArray(reinterpret_cast<const char*>(daten), qsizetype(groesse)));
-    } catch (const EngineFehler&) {
-        // What a damaged file is answered with.
-    }
+    const QByteArray bytes(reinterpret_cast<const char*>(daten), qsizetype(groesse));
+    leselauf::versuchen([&] { leselauf::allesLesen(bytes); });
+    leselauf::versuchen([&] { schreiblauf::allesAendern(bytes); });
     return 0;
 }
 
