@@ -7,6 +7,7 @@
 #include <QTranslator>
 
 void AnwendungEinrichten() {
+    Q_INIT_RESOURCE(symbole);  // resources of a library are not there by themselves
     QCoreApplication::setOrganizationName(QStringLiteral("Tessmark"));
     QCoreApplication::setApplicationName(QStringLiteral("Lindgarn"));
     QCoreApplication::setApplicationVersion(QStringLiteral("1.0"));
