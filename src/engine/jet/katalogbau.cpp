@@ -28,15 +28,6 @@ QByteArray kurzBytes(qint16 wert) {
     return bytes;
 }
 
-QByteArray jetzt() {
-    const QDateTime zeit = QDateTime::currentDateTime();
-    const double tage =
-        double(QDate(1899, 12, 30).daysTo(zeit.date())) + zeit.time().msecsSinceStartOfDay() / 86400000.0;
-    QByteArray bytes;
-    f64Anhaengen(bytes, tage);
-    return bytes;
-}
-
 quint32 zahlIn(const std::optional<QByteArray>& wert) {
     return wert && wert->size() == 4 ? Sicht(*wert, u"MSysACEs", kSeiteRechte).u32(0) : 0;
 }
@@ -121,7 +112,7 @@ void Katalogbau::eintragen(quint32 seite, const QString& name, const QByteArray&
     const auto setzen = [&](QStringView spalte, QByteArray bytes) {
         werte[objektzeilen_.spalte(spalte)] = std::move(bytes);
     };
-    const QByteArray zeit = jetzt();
+    const QByteArray zeit = jetztBytes();
     setzen(u"Id", langBytes(seite));
     setzen(u"ParentId", langBytes(kIdTabellen));
     setzen(u"Name", katalogText(datei_.format(), name));
@@ -181,7 +172,7 @@ void Katalogbau::umbenennen(const Objekt& objekt, const QString& neu) {
     const Systemtabelle::Zeile zeile = zeileVon(objekt);
     Rohwerte werte = zeile.werte;
     werte[objektzeilen_.spalte(u"Name")] = katalogText(datei_.format(), neu);
-    werte[objektzeilen_.spalte(u"DateUpdate")] = jetzt();
+    werte[objektzeilen_.spalte(u"DateUpdate")] = jetztBytes();
     objektzeilen_.ersetzen(zeile, werte);
     relationenUmbenennen(alt, neu);
     objekte_ = objekteLesen(datei_);

@@ -1,6 +1,7 @@
 // Values turned into the bytes of a row.
 #include "engine/jet/wertbau.h"
 
+#include <QDateTime>
 #include <QUuid>
 #include <algorithm>
 #include <cmath>
@@ -242,6 +243,15 @@ QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wer
         default:
             return binaerBytes(spalte, wert);
     }
+}
+
+QByteArray jetztBytes() {
+    const QDateTime zeit = QDateTime::currentDateTime();
+    const double tage =
+        double(QDate(1899, 12, 30).daysTo(zeit.date())) + zeit.time().msecsSinceStartOfDay() / 86400000.0;
+    QByteArray bytes;
+    f64Anhaengen(bytes, tage);
+    return bytes;
 }
 
 bool gleichGespeichert(const Format& format, const Spalte& spalte, const Wert& wert, const Wert& gelesen) {

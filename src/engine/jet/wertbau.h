@@ -23,6 +23,9 @@ bool wahrheitVon(const Spalte& spalte, const Wert& wert);
 // (3 to 1024 characters, all U+0001 to U+00FF), else UTF-16.
 QByteArray textBytes4(QStringView text, bool komprimieren);
 
+// The present moment as a Date column holds it: days since 1899-12-30, local time.
+QByteArray jetztBytes();
+
 // True when `gelesen`, read back from the column, is what `wert` was written as.
 bool gleichGespeichert(const Format& format, const Spalte& spalte, const Wert& wert, const Wert& gelesen);
 
