@@ -19,6 +19,14 @@ QColor gemischt(const QColor& a, const QColor& b, qreal anteil) {
                             mischen(a.blueF(), b.blueF()));
 }
 
+// The highlight of a chosen row, away from the colour of its text.
+QColor verstaerkt(const QPalette& palette) {
+    constexpr int kProzent = 150;
+    const QColor grund = palette.color(QPalette::Highlight);
+    const bool hellerText = palette.color(QPalette::HighlightedText).lightness() > 127;
+    return hellerText ? grund.darker(kProzent) : grund.lighter(kProzent);
+}
+
 // Cells that differ from the enriched record are bold, and tinted with the palette's own highlight.
 class Abweichungsmaler : public QStyledItemDelegate {
   public:
@@ -32,6 +40,7 @@ class Abweichungsmaler : public QStyledItemDelegate {
         option->font.setBold(true);
         option->backgroundBrush = gemischt(option->palette.color(QPalette::Base),
                                            option->palette.color(QPalette::Highlight), kAnteil);
+        option->palette.setColor(QPalette::Highlight, verstaerkt(option->palette));
     }
 };
 
