@@ -2,15 +2,17 @@
 #include "search/bereich.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "run/fenster.h"
 #include "run/zustand.h"
+#include "search/blocksuche.h"
 #include "search/paarfolge.h"
 #include "search/suchlauf.h"
 #include "search/suchzustand.h"
 
 namespace {
+
+constexpr qint64 kPortion = 256;  // rows fetched at once
 
 // TEMP_DSN is the second of the four control columns at the end of a row.
 qint32 satznummer(const dao::Block& block, int zeile) {
@@ -68,7 +70,9 @@ void prozentVermerken(Schritte& s, std::unique_ptr<dao::Recordset>& daten, const
 
 }  // namespace
 
-Bereichsvergleich::Bereichsvergleich() : vergleicher_(gSuchZuordnung, gAnsprechpartnerDifferenzieren) {}
+Bereichsvergleich::Bereichsvergleich()
+    : vergleicher_(gSuchZuordnung, gAnsprechpartnerDifferenzieren),
+      schnell_(gSuchZuordnung, gAnsprechpartnerDifferenzieren, gRelevanz) {}
 
 std::optional<float> Bereichsvergleich::datensatzVergleichen(const dao::Block& block1,
                                                              const dao::Block& block2, int zeile1,
@@ -113,7 +117,55 @@ void Bereichsvergleich::BereichVergleichen(qint64 erster, qint64 letzter) {
                QStringLiteral(" bis ") + QString::number(letzter) + QStringLiteral("\ran der Stelle ") +
                QString::number(gArbeitsPosition) + u'.';
     });
-    s.ablauf([&] { woertlichVergleichen(s, erster, letzter); }, [] { gFehler = true; });
+    const qint64 paare = Suchblock{erster, letzter}.paare();
+    if (paare == 0 || PaarlisteVoll()) {
+        gFortschrittWert += paare;
+        DoEvents();
+        return;
+    }
+    s.ablauf(
+        [&] {
+            const bool geladen = schnell_.moeglich() && zeilenLaden(s, erster, letzter);
+            if (Angehalten()) return;
+            if (geladen)
+                schnellVergleichen();
+            else
+                woertlichVergleichen(s, erster, letzter);
+        },
+        [] { gFehler = true; });
+}
+
+// False when the user stopped, or when the block has to be compared by the letter.
+bool Bereichsvergleich::zeilenLaden(Schritte& s, qint64 erster, qint64 letzter) {
+    schnell_.leeren();
+    satznummern_.clear();
+    gehenZu(s, gArbeitsDaten, gArbeitsPosition, erster);
+    while (gArbeitsPosition <= letzter) {
+        const dao::Block block = zeilenHolen(s, gArbeitsDaten, gArbeitsPosition,
+                                             std::min(kPortion, letzter - gArbeitsPosition + 1));
+        for (int zeile = 0; zeile < block.zeilen(); ++zeile) {
+            if (!schnell_.anfuegen(zeileVon(block, zeile))) return false;
+            satznummern_.push_back(satznummer(block, zeile));
+        }
+        DoEvents();
+        if (gAbbruch) return false;
+    }
+    return true;
+}
+
+void Bereichsvergleich::schnellVergleichen() {
+    Paarempfang empfang;
+    empfang.hoechstens = kHoechstensPaare + 1;
+    empfang.treffer = [this](qint32 i, qint32 j) {
+        PaarEintragen(satznummern_[size_t(i)], satznummern_[size_t(j)]);
+        return !PaarlisteVoll();
+    };
+    empfang.atempause = [](qint64 paare) {
+        gFortschrittWert += paare;
+        DoEvents();
+        return !Angehalten();
+    };
+    schnell_.vergleichen(empfang);
 }
 
 void Bereichsvergleich::woertlichVergleichen(Schritte& s, qint64 erster, qint64 letzter) {

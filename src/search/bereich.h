@@ -1,8 +1,12 @@
 // Compares the records of a pass: all pairs of a block, or neighbours.
 #pragma once
 
+#include <optional>
+#include <vector>
+
 #include "engine/dao/recordset.h"
 #include "run/schritte.h"
+#include "search/schnell.h"
 #include "search/vergleich.h"
 
 // Works on `gArbeitsDaten` and `gZweitDaten`, two recordsets over the same sorted selection; positions
@@ -21,10 +25,14 @@ class Bereichsvergleich {
   private:
     std::optional<float> datensatzVergleichen(const dao::Block& block1, const dao::Block& block2, int zeile1,
                                               int zeile2);
-    void paareDerScheibe(const dao::Block& block1, const dao::Block& block2, bool ersterLauf);
+    bool zeilenLaden(Schritte& s, qint64 erster, qint64 letzter);
+    void schnellVergleichen();
+    void woertlichVergleichen(Schritte& s, qint64 erster, qint64 letzter);
     void scheibeVergleichen(Schritte& s, const dao::Block& scheibe, qint64 anfang, qint64 letzter,
                             qint64 breite);
-    void woertlichVergleichen(Schritte& s, qint64 erster, qint64 letzter);
+    void paareDerScheibe(const dao::Block& block1, const dao::Block& block2, bool ersterLauf);
 
     Vergleicher vergleicher_;
+    Schnellvergleich schnell_;
+    std::vector<qint32> satznummern_;  // of the rows that `schnell_` holds
 };

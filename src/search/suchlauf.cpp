@@ -17,8 +17,8 @@
 
 namespace {
 
-constexpr qint64 kListenstufe = 100;       // the pair list grows by this
-constexpr qint64 kListengrenze = 3000001;  // from this capacity on pairs are dropped
+constexpr qint64 kListenstufe = 100;                        // the pair list grows by this
+constexpr qint64 kListengrenze = qint64(kHoechstensPaare);  // from this capacity on pairs are dropped
 constexpr int kDurchlaeufe = 3;
 constexpr int kFelderJeDurchlauf = 3;
 
@@ -139,6 +139,10 @@ void PaarEintragen(qint32 a, qint32 b) {
 
 bool PaarBekannt(qint32 a, qint32 b) {
     return bekanntePaare.enthaelt(a, b);
+}
+
+bool PaarlisteVoll() {
+    return gZuVielePaare;
 }
 
 std::vector<Paar>& Paare() {

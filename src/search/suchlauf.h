@@ -15,6 +15,10 @@ void Suchlauf(const QString& quelle, const QString& ziel, const FeldZuordnungen&
 // once, and the pair is dropped.
 void PaarEintragen(qint32 a, qint32 b);
 bool PaarBekannt(qint32 a, qint32 b);
+// True once pairs are dropped and the user knows.
+bool PaarlisteVoll();
+// The most pairs that can be listed.
+inline constexpr size_t kHoechstensPaare = 3000001;
 // The pairs found so far; DublettenAuswerten numbers and releases them.
 std::vector<Paar>& Paare();
 // Empties the pair list for a new search.

@@ -1,0 +1,50 @@
+// Texts that are measured against each other again and again: what depends on one text alone is worked out
+// once.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <vector>
+
+// A store of texts, numbered from 0. Its measures are those of masse.h, for texts that have at most
+// `kMeisteWoerterJeText` words.
+class Textvorrat {
+  public:
+    static constexpr qsizetype kMeisteWoerterJeText = 127;
+
+    // The number of the text, which is added when it is new.
+    int nummer(const QString& text);
+    size_t anzahl() const { return texte_.size(); }
+    // True when one of the texts has too many words to be measured here.
+    bool zuVieleWoerter() const { return zuViele_; }
+
+    float woerterVergleichen(int a, int b) const;
+    // Of texts that read as numbers.
+    float nummernVergleichen(int a, int b) const;
+
+  private:
+    struct Wort {
+        quint32 anfang;
+        quint32 laenge;
+        quint64 paare;  // a bit for each two neighbouring characters
+    };
+    struct Text {
+        quint32 anfang;
+        quint32 laenge;
+        quint32 ersteswort;
+        quint32 woerter;
+        quint64 paare;
+        quint64 anfangsbytes;  // the first eight characters when all are below 256
+        bool kurz;             // there are no more than eight, all below 256
+    };
+    QStringView zeichen(quint32 anfang, quint32 laenge) const {
+        return {zeichen_.data() + anfang, qsizetype(laenge)};
+    }
+    int trefferVon(const Text& text, const Text& anderer) const;
+
+    QHash<QString, int> nummern_;
+    std::vector<Text> texte_;
+    std::vector<Wort> woerter_;
+    std::vector<char16_t> zeichen_;
+    bool zuViele_ = false;
+};
