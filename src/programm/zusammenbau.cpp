@@ -1,0 +1,39 @@
+// Puts the pieces of the program together.
+#include "programm/zusammenbau.h"
+
+#include "data/start.h"
+#include "engine/dao/oeffner.h"
+#include "engine/jet/mdbdatei.h"
+#include "run/rahmen.h"
+#include "run/zustand.h"
+#include "search/dublettensuche.h"
+#include "ui/anwendung.h"
+
+namespace {
+
+void formateAnschliessen() {
+    dao::DateiOeffnerSetzen(dao::Dateiart::Access, jet::mdbOeffnen);
+}
+
+void laeufeAnschliessen() {
+    LaufEinstiegSetzen(1, [] { DublettensucheStarten(gAusgangsTabelle, gZielTabelle); });
+}
+
+}  // namespace
+
+Programm::Programm() {
+    AnwendungEinrichten();
+    formateAnschliessen();
+    laeufeAnschliessen();
+    haupt_ = std::make_unique<FrmHaupt>();
+    fenster_ = std::make_unique<FensterQt>(*haupt_);
+    FensterSetzen(fenster_.get());
+    ProgrammStarten();
+    gVorgang = 0;
+    RahmenOeffnen(0, true);
+    haupt_->show();
+}
+
+Programm::~Programm() {
+    FensterSetzen(nullptr);
+}

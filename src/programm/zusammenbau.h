@@ -1,0 +1,23 @@
+// Puts the pieces of the program together.
+#pragma once
+
+#include <memory>
+
+#include "ui/fensterqt.h"
+#include "ui/frmhaupt.h"
+
+// The running program: the window, and the runs that its frames start.
+class Programm {
+  public:
+    // Starts the program and shows the welcome page. An QApplication must exist.
+    Programm();
+    ~Programm();
+    Programm(const Programm&) = delete;
+    Programm& operator=(const Programm&) = delete;
+
+    FrmHaupt& hauptfenster() { return *haupt_; }
+
+  private:
+    std::unique_ptr<FrmHaupt> haupt_;
+    std::unique_ptr<FensterQt> fenster_;
+};
