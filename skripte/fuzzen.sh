@@ -11,7 +11,9 @@ for ziel in "$ordner"/fuzz_*; do
     korpus="$wurzel/build/korpus/$name"
     mkdir -p "$korpus"
     keime=()
-    [ -d "$wurzel/tests/fuzz/keime/$name" ] && keime=("$wurzel/tests/fuzz/keime/$name")
+    for keim in "$wurzel/tests/fuzz/keime/$name" "$ordner/keime_$name"; do
+        [ -d "$keim" ] && keime+=("$keim")
+    done
     echo "== $name: $sekunden s"
     "$ziel" -max_total_time="$sekunden" -timeout=10 -rss_limit_mb=2048 -print_final_stats=0 -verbosity=0 \
         -artifact_prefix="$wurzel/build/funde/" "$korpus" ${keime[@]+"${keime[@]}"}

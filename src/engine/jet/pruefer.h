@@ -23,9 +23,10 @@ struct Mangel {
 };
 
 // Every deviation, at most some dozens for each table. Reads the file page by page and keeps no more than
-// some bytes for each page. Raises EngineFehler only when pages cannot be read at all. What healthy files of
-// Access are known to have is none: pages that belong to nobody, wrong row counts of system tables, pages of
-// others in a table's map.
+// some bytes for each page. Raises EngineFehler only when pages cannot be read at all. What healthy files are
+// known to have is none: pages that belong to nobody, wrong row counts of system tables, counters of distinct
+// keys that are off, inner index pages of level 0 and keys in which ß counts as one letter (both as other
+// libraries write them).
 std::vector<Mangel> maengelFinden(const Seitendatei& datei);
 // The same as lines for people.
 QStringList maengelSuchen(const Seitendatei& datei);
