@@ -3,7 +3,10 @@
 
 #include <QLocale>
 #include <QRegularExpression>
+#include <charconv>
 #include <cmath>
+#include <limits>
+#include <system_error>
 
 namespace dao {
 namespace {
@@ -82,9 +85,11 @@ std::optional<qint64> Dezimalzahl::verschoben(int stellen) const {
 
 double Dezimalzahl::alsDouble() const {
     if (ziffern.isEmpty()) return 0;
-    bool passt = false;
-    const double betrag = (ziffern + "E-" + QByteArray::number(skala)).toDouble(&passt);
-    // An overflow is reported with the infinite number itself.
+    const QByteArray text = ziffern + "E-" + QByteArray::number(skala);
+    double betrag = 0;
+    const auto ergebnis = std::from_chars(text.constData(), text.constData() + text.size(), betrag);
+    if (ergebnis.ec == std::errc::result_out_of_range)
+        betrag = ziffern.size() > skala ? std::numeric_limits<double>::infinity() : 0;
     return negativ ? -betrag : betrag;
 }
 

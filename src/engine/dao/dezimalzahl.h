@@ -16,6 +16,7 @@ struct Dezimalzahl {
     // Rounded to `stellen` digits behind the sign, halves to the even neighbour, as a whole number of the
     // last digit's unit; none when it does not fit into 64 bits.
     std::optional<qint64> verschoben(int stellen) const;
+    // The nearest floating number; infinite beyond the greatest one.
     double alsDouble() const;
     // None when there are more than `genauigkeit` digits (0: 28) with `nachkommastellen` of them behind the
     // sign.

@@ -5,6 +5,7 @@
 
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <limits>
 
 #include "engine/dao/speicherdatei.h"
 
