@@ -13,6 +13,7 @@ namespace pruefung {
 namespace {
 
 constexpr int kHoechsteMaengel = 40;  // of one table
+constexpr size_t kHoechsteInsgesamt = 5000;
 constexpr quint32 kSeiteGesamtkarte = 1;
 constexpr int kInlineKopf = 5;  // bytes in front of the bits of an inline map
 
@@ -56,13 +57,13 @@ Lauf::Lauf(const Seitendatei& datei)
     : datei_(datei), frei_(datei.seitenzahl()), besitzer_(datei.seitenzahl()), teil_(datei.seitenzahl()) {}
 
 void Lauf::beginnen(quint32 tabelle, const QString& name) {
-    if (tabelle != tabelle_ || maengel_.empty()) anzahl_ = 0;
+    anzahl_ = 0;
     tabelle_ = tabelle;
     name_ = name;
 }
 
 void Lauf::melden(quint32 seite, const QString& was) {
-    if (++anzahl_ > kHoechsteMaengel) return;
+    if (++anzahl_ > kHoechsteMaengel || maengel_.size() >= kHoechsteInsgesamt) return;
     maengel_.push_back({tabelle_, seite, was, name_});
 }
 
