@@ -59,6 +59,7 @@ class FrmDublettenBearbeiten : public QDialog {
     void dublettenUndUebernehmenAnzeigen();
     void dubletteNachfuehren();
     void tmrAnsicht_Timer();
+    QString aktuelleGruppe() const;  // TEMP_BN of the current enriched record
     void dublettenquelleSetzen();
     void auslegen(Datengitter* gitter);
     void standZeigen();

@@ -134,11 +134,12 @@ void FrmDublettenBearbeiten::anordnen() {
 }
 
 void FrmDublettenBearbeiten::verbinden() {
-    dgdAngereichert->klick = [this] { dubletteNachfuehren(); };
-    dgdAngereichert->zeileGewechselt = [this] { dubletteNachfuehren(); };
-    dgdAngereichert->taste = [this](int code) {
+    const auto nachfuehren = [this] { Gesichert([this] { dubletteNachfuehren(); }); };
+    dgdAngereichert->klick = nachfuehren;
+    dgdAngereichert->zeileGewechselt = nachfuehren;
+    dgdAngereichert->taste = [nachfuehren](int code) {
         const QList<int> zeilentasten{Qt::Key_Up, Qt::Key_Down, Qt::Key_PageUp, Qt::Key_PageDown};
-        if (zeilentasten.contains(code)) dubletteNachfuehren();
+        if (zeilentasten.contains(code)) nachfuehren();
     };
     using Frm = FrmDublettenBearbeiten;
     dgdAngereichert->maus = [this](Qt::MouseButton knopf) {
