@@ -122,13 +122,15 @@ TEST_P(PruefstandSkript, GibtDieErwartetenAntworten) {
     EXPECT_EQ(pruefstand.beenden(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Alle, PruefstandSkript, ::testing::Values("texte", "parser", "feldarten", "ziel"),
+INSTANTIATE_TEST_SUITE_P(Alle, PruefstandSkript,
+                         ::testing::Values("texte", "parser", "feldarten", "vergleich", "ziel"),
                          [](const auto& fall) { return std::string(fall.param); });
 
 TEST(PruefstandSkripte, KeinesBleibtLiegen) {
     const QStringList dateien =
         QDir(QStringLiteral(LINDGARN_QUELLE "/tests/tools/skripte")).entryList({"*.jsonl"});
-    EXPECT_EQ(dateien, (QStringList{"feldarten.jsonl", "parser.jsonl", "texte.jsonl", "ziel.jsonl"}));
+    EXPECT_EQ(dateien, (QStringList{"feldarten.jsonl", "parser.jsonl", "texte.jsonl", "vergleich.jsonl",
+                                    "ziel.jsonl"}));
 }
 
 TEST(PruefstandProtokoll, AntwortenTragenDieKennungUndKommenDerReiheNach) {

@@ -3,8 +3,10 @@
 
 #include <QFile>
 
+#include "engine/dao/oeffner.h"
 #include "engine/dao/workspace.h"
 #include "engine/jet/anlegen.h"
+#include "engine/jet/mdbdatei.h"
 
 namespace {
 
@@ -28,6 +30,7 @@ void zeilenSchreiben(dao::Recordset& satz, const std::vector<std::vector<Wert>>&
 }  // namespace
 
 void DatenbankSchreiben(const QString& pfad, const std::vector<Beispieltabelle>& tabellen) {
+    dao::DateiOeffnerSetzen(dao::Dateiart::Access, jet::mdbOeffnen);
     QFile::remove(pfad);
     jet::mdbAnlegen(pfad);
     const auto bereich = dao::DBEngine::CreateWorkspace(QString(), QStringLiteral("Admin"), QString());

@@ -5,6 +5,8 @@
 #include <string>
 
 #include "base/fehler.h"
+#include "engine/dao/oeffner.h"
+#include "engine/jet/mdbdatei.h"
 #include "fields/einstellungen.h"
 #include "operationen.h"
 
@@ -16,6 +18,8 @@ Operationen alleOperationen() {
     ParserAnmelden(operationen);
     FeldartenAnmelden(operationen);
     ZielAnmelden(operationen);
+    AufbereitungAnmelden(operationen);
+    VergleichAnmelden(operationen);
     DateienAnmelden(operationen);
     return operationen;
 }
@@ -50,6 +54,7 @@ QJsonObject beantworten(const Operationen& operationen, const QByteArray& zeile)
 
 int main(int argc, char** argv) {
     QCoreApplication programm(argc, argv);
+    dao::DateiOeffnerSetzen(dao::Dateiart::Access, jet::mdbOeffnen);
     EinstellungenAnwenden(std::nullopt);
     const Operationen operationen = alleOperationen();
     for (std::string zeile; std::getline(std::cin, zeile);) {

@@ -11,8 +11,10 @@
 using Operation = std::function<QJsonValue(const Argumente&)>;
 using Operationen = QHash<QString, Operation>;
 
-void TexteAnmelden(Operationen& operationen);      // text and path helpers
-void ParserAnmelden(Operationen& operationen);     // value parsers
-void FeldartenAnmelden(Operationen& operationen);  // field kinds and settings
-void ZielAnmelden(Operationen& operationen);       // names of target tables, progress
-void DateienAnmelden(Operationen& operationen);    // whole files, through the engine
+void TexteAnmelden(Operationen& operationen);         // text and path helpers
+void ParserAnmelden(Operationen& operationen);        // value parsers
+void FeldartenAnmelden(Operationen& operationen);     // field kinds and settings
+void ZielAnmelden(Operationen& operationen);          // names of target tables, progress
+void AufbereitungAnmelden(Operationen& operationen);  // preparing a record
+void VergleichAnmelden(Operationen& operationen);     // measures, comparisons, groups
+void DateienAnmelden(Operationen& operationen);       // whole files, through the engine

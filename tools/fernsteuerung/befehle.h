@@ -1,0 +1,51 @@
+// The commands of the remote control by name; each topic adds its own.
+#pragma once
+
+#include <QHash>
+#include <QJsonObject>
+#include <QJsonValue>
+#include <QString>
+#include <exception>
+#include <functional>
+#include <optional>
+
+// A command that cannot be carried out; the text goes back as the answer's error.
+class Abgelehnt : public std::exception {
+  public:
+    explicit Abgelehnt(QString text) : text_(std::move(text)), bytes_(text_.toUtf8()) {}
+    const QString& text() const { return text_; }
+    const char* what() const noexcept override { return bytes_.constData(); }
+
+  private:
+    QString text_;
+    QByteArray bytes_;
+};
+
+// Asked again and again, from the event loop, until it gives the command's result. May raise Abgelehnt. It
+// must not do anything that could open a window: what acts on the program goes into the event queue.
+using Antwort = std::function<std::optional<QJsonValue>()>;
+
+// What a command has begun.
+struct Vorgang {
+    Antwort antwort;
+    int fristMs = 30000;             // after that the command has failed
+    std::function<QString()> woran{};  // what it was waiting for, for the error
+};
+
+using Befehl = std::function<Vorgang(const QJsonObject&)>;
+using Befehle = QHash<QString, Befehl>;
+
+Vorgang Sofort(const QJsonValue& ergebnis);
+// Runs `aktion` from the event queue. The answer is true as soon as it has returned, or works in an event
+// loop of its own.
+Vorgang Danach(std::function<void()> aktion);
+
+// Fields of a command; raise Abgelehnt when one is missing or of another kind.
+QString TextFeld(const QJsonObject& befehl, const QString& name);
+int ZahlFeld(const QJsonObject& befehl, const QString& name);
+
+void EingabenAnmelden(Befehle& befehle);   // setzen, klicken, maus, taste, beenden
+void MenuesAnmelden(Befehle& befehle);     // menue
+void AnzeigenAnmelden(Befehle& befehle);   // lesen, gitter, bild
+void KaestenAnmelden(Befehle& befehle);    // meldung, druecken, dateidialog
+void ZustaendeAnmelden(Befehle& befehle);  // warten, zustand
