@@ -4,6 +4,7 @@
 #include <QCheckBox>
 #include <QCoreApplication>
 #include <QKeySequence>
+#include <QPointer>
 #include <QRadioButton>
 #include <QStyleOptionButton>
 #include <QTest>
@@ -52,21 +53,36 @@ void unbedecktPruefen(const QWidget* widget, QPoint imFenster) {
         throw Abgelehnt(QStringLiteral("'%1' ist verdeckt.").arg(widget->objectName()));
 }
 
+struct Klick {
+    QPointer<QWindow> fenster;
+    QPoint imFenster;
+    QPoint amSchirm;
+    Qt::MouseButton knopf;
+};
+
+// The window may be gone between two of the events.
+void melden(const Klick& klick, QEvent::Type art, int stempel) {
+    if (!klick.fenster) return;
+    const bool runter = art == QEvent::MouseButtonPress;
+    qt_handleMouseEvent(klick.fenster, klick.imFenster, klick.amSchirm, runter ? klick.knopf : Qt::NoButton,
+                        art == QEvent::MouseMove ? Qt::NoButton : klick.knopf, art, Qt::NoModifier, stempel);
+}
+
+void klicken(const Klick& klick) {
+    const int stempel = naechsterStempel();
+    melden(klick, QEvent::MouseMove, stempel);
+    melden(klick, QEvent::MouseButtonPress, stempel + 1);
+    melden(klick, QEvent::MouseButtonRelease, stempel + 2);
+}
+
 }  // namespace
 
 Vorgang Mausklick(QWidget* widget, QPoint stelle, Qt::MouseButton knopf) {
     const QPoint imFenster = widget->mapTo(widget->window(), stelle);
     unbedecktPruefen(widget, imFenster);
-    QWindow* fenster = widget->window()->windowHandle();
-    const QPoint amSchirm = widget->mapToGlobal(stelle);
+    const Klick klick{widget->window()->windowHandle(), imFenster, widget->mapToGlobal(stelle), knopf};
     const int erwartet = ankunft().anzahl + 1;
-    const int stempel = naechsterStempel();
-    qt_handleMouseEvent(fenster, imFenster, amSchirm, Qt::NoButton, Qt::NoButton, QEvent::MouseMove,
-                        Qt::NoModifier, stempel);
-    qt_handleMouseEvent(fenster, imFenster, amSchirm, knopf, knopf, QEvent::MouseButtonPress, Qt::NoModifier,
-                        stempel + 1);
-    qt_handleMouseEvent(fenster, imFenster, amSchirm, Qt::NoButton, knopf, QEvent::MouseButtonRelease,
-                        Qt::NoModifier, stempel + 2);
+    Danach([klick] { klicken(klick); });
     return {
         [erwartet] { return ankunft().anzahl >= erwartet ? std::optional<QJsonValue>(true) : std::nullopt; },
         30000, [] { return QStringLiteral("der Mausklick kommt nicht an"); }};
