@@ -64,10 +64,13 @@ class Sicht {
 
 static_assert(std::endian::native == std::endian::little, "the readers copy numbers as they stand");
 
-// Overwrites at `ab`; the place must exist (asserted), these are for pages that we lay out ourselves.
+// Overwrites at `ab`. The place must exist; where a damaged definition led elsewhere, kBeschaedigt is raised.
+inline void stellePruefen(const QByteArray& ziel, qsizetype ab, qsizetype anzahl) {
+    if (ab < 0 || anzahl > ziel.size() - ab) beschaedigt(u"Seitenaufbau", 0, ab);
+}
 template <typename T>
 void zahlSetzen(QByteArray& ziel, qsizetype ab, T wert) {
-    Q_ASSERT(ab >= 0 && ab + qsizetype(sizeof(T)) <= ziel.size());
+    stellePruefen(ziel, ab, sizeof(T));
     std::memcpy(ziel.data() + ab, &wert, sizeof(T));
 }
 inline void u8Setzen(QByteArray& z, qsizetype ab, quint8 w) {
@@ -80,7 +83,7 @@ inline void u32Setzen(QByteArray& z, qsizetype ab, quint32 w) {
     zahlSetzen(z, ab, w);
 }
 inline void bytesSetzen(QByteArray& z, qsizetype ab, QByteArrayView b) {
-    Q_ASSERT(ab >= 0 && ab + b.size() <= z.size());
+    stellePruefen(z, ab, b.size());
     if (!b.isEmpty()) std::memcpy(z.data() + ab, b.data(), size_t(b.size()));
 }
 

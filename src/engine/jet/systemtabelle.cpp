@@ -53,6 +53,7 @@ std::vector<Systemtabelle::Zeile> Systemtabelle::zeilen() const {
 
 void Systemtabelle::einfuegen(const Rohwerte& werte) {
     const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, werte);
+    if (bytes.size() > datei_.format().laengsteZeile) beschaedigt(tabelle_.name, tabelle_.seite());
     for (const quint32 seite : frei_) {
         const QByteArray alt = datei_.seite(seite, kDatenseite, tabelle_.name);
         if (besitzerLesen(alt) != tabelle_.seite()) continue;

@@ -24,7 +24,7 @@ QByteArray festenTeilBauen(const Tabelle& tabelle, const Rohwerte& werte) {
     for (size_t i = 0; i < werte.size(); ++i) {
         const Spalte& spalte = tabelle.spalten[i];
         if (!spalte.istFest() || spalte.typ == kTypBoolean || !werte[i]) continue;
-        Q_ASSERT(werte[i]->size() == spalte.laenge);
+        if (werte[i]->size() != spalte.laenge) beschaedigt(tabelle.name, tabelle.seite());
         bytesSetzen(teil, spalte.fest, *werte[i]);
     }
     return teil;

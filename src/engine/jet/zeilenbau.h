@@ -13,7 +13,7 @@ namespace jet {
 // Boolean: something (of any content) for True, nothing for False.
 using Rohwerte = std::vector<std::optional<QByteArray>>;
 
-// The row's bytes. Fixed values must have their column's length (asserted).
+// The row's bytes. Raises kBeschaedigt for a fixed value that has not its column's length.
 QByteArray zeileBauen(const Format& format, const Tabelle& tabelle, const Rohwerte& werte);
 
 // Length of that row in bytes, without building it.

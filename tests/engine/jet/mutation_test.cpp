@@ -1,7 +1,9 @@
 // Thousands of seeded mutations of the samples: each is read or refused with an EngineFehler, never more.
 #include "mutation.h"
+#include "engine/jet/zeilenbau.h"
 #include "leselauf.h"
 #include "proben.h"
+#include "schaeden.h"
 #include "schreiblauf.h"
 
 namespace {
@@ -33,6 +35,31 @@ TEST(JetMutation, EineUnversehrteDateiLaesstSichAendern) {
     PROBE_ODER_UEBERSPRINGEN(u"jet4-verschobene-zeilen.mdb"_qs);
     const QByteArray bytes = proben::bytes(u"jet4-verschobene-zeilen.mdb"_qs);
     EXPECT_EQ(proben::fehlerVon([&] { schreiblauf::allesAendern(bytes); }), 0);
+}
+
+TEST(JetMutation, KatalogDessenZeilenAufKeineSeitePassenWirdNichtGeaendert) {
+    PROBE_ODER_UEBERSPRINGEN(schaeden::kBeziehungen);
+    jet::Seitendatei datei(proben::bytes(schaeden::kBeziehungen));
+    const jet::Tabelle objekte = jet::tdefLesen(datei, jet::kSeiteObjekte);
+    const jet::Spalte flags = objekte.spalten[size_t(objekte.spalteMitName(u"Flags"))];
+    schaeden::spalteSetzen(datei, u"MSysObjects"_qs, objekte.spalteMitName(u"Flags"), jet::kJet4.spalteFest,
+                           quint16(datei.format().seite - flags.laenge));
+    EXPECT_EQ(proben::fehlerVon([&] { schreiblauf::allesAendern(datei.bytes()); }), kBeschaedigt);
+}
+
+TEST(JetMutation, FesterWertDerNichtPasstWirdNichtGeschrieben) {
+    jet::Tabelle tabelle;
+    tabelle.maxSpalten = 1;
+    jet::Spalte& spalte = tabelle.spalten.emplace_back();
+    spalte.flags |= jet::kSpalteFest;
+    spalte.laenge = 2;
+    EXPECT_EQ(proben::fehlerVon([&] { jet::zeileBauen(jet::kJet4, tabelle, {QByteArray(4, 'x')}); }),
+              kBeschaedigt);
+    EXPECT_EQ(proben::fehlerVon([&] { jet::zeileBauen(jet::kJet4, tabelle, {QByteArray(2, 'x')}); }), 0);
+    QByteArray bytes(4, 'x');
+    EXPECT_EQ(proben::fehlerVon([&] { jet::bytesSetzen(bytes, 3, QByteArray(2, 'y')); }), kBeschaedigt);
+    EXPECT_EQ(proben::fehlerVon([&] { jet::u32Setzen(bytes, 1, 0); }), kBeschaedigt);
+    EXPECT_EQ(bytes, "xxxx");
 }
 
 INSTANTIATE_TEST_SUITE_P(Proben, JetMutationen,
