@@ -1,0 +1,251 @@
+// One pass: sort order, blocks, slices, neighbours; the pair list; the way out.
+#include "search/suchdurchlauf.h"
+
+#include "search/puffer.h"
+#include "search/suchbank.h"
+#include "search/vergleich.h"
+#include "search/zufallsadressen.h"
+
+namespace {
+
+class Durchlauf : public Suchbank {
+  protected:
+    void laufen(int spalte, int laenge, const QString& sortierung, bool quick = false) {
+        SuchdurchlaufAusfuehren(spalte, laenge, sortierung, quick);
+    }
+};
+
+std::vector<std::pair<qint32, qint32>> paarliste() {
+    std::vector<std::pair<qint32, qint32>> liste;
+    for (const Paar& paar : Paare()) liste.emplace_back(paar.erster, paar.zweiter);
+    return liste;
+}
+
+using Paarliste = std::vector<std::pair<qint32, qint32>>;
+
+std::vector<Wert> satz(const char16_t* firma, const char16_t* plz = u"50667", const char16_t* ort = u"Köln") {
+    return {firma, u"", plz, ort};
+}
+
+TEST_F(Durchlauf, PairsOfABlockByTheirRecordNumbers) {
+    adressen({satz(u"Schulz"), satz(u"Meyer"), satz(u"Anton"), satz(u"Meyer")});
+    pufferFuellen();
+    gRelevanz = 0.73f;
+    laufen(0, 2, QStringLiteral("[Firma]"));
+    EXPECT_FALSE(Angehalten());
+    EXPECT_EQ((Paarliste{{2, 4}}), paarliste());
+    EXPECT_EQ(1, gFortschrittWert);
+    EXPECT_EQ(1, gFortschrittMax);
+    EXPECT_EQ(
+        (QStringList{QStringLiteral("Tabelle öffnen ..."), QStringLiteral("Berechne notwendige Zeit ..."),
+                     QStringLiteral("Durchsuche die Tabelle nach Dubletten ... \r\nUnter Sortierung der "
+                                    "Tabelle nach \"[Firma]\".")}),
+        f().informationen.mid(1));
+}
+
+TEST_F(Durchlauf, OnlyRecordsWithTheSameFirstCharactersMeet) {
+    adressen({satz(u"Meyer"), satz(u"Mayer")});
+    pufferFuellen();
+    gRelevanz = 0.5f;
+    laufen(0, 1, QStringLiteral("[Firma]"));
+    EXPECT_EQ(1u, Paare().size());
+    PaareLeeren();
+    f().erwarte(QStringLiteral(
+        "Kein Vergleich notwendig.\r\nVersuchen sie es eventuell noch einmal mit dem Quicksuche-Modus."));
+    laufen(0, 2, QStringLiteral("[Firma]"));
+    EXPECT_TRUE(gAbbruch) << "nothing to compare ends the search as an abort";
+    EXPECT_TRUE(Paare().empty());
+}
+
+TEST_F(Durchlauf, ABlockLengthBeyondTheValueLetsOnlyEqualValuesMeet) {
+    adressen({satz(u"Ab"), satz(u"Abc"), satz(u"Ab")});
+    pufferFuellen();
+    gRelevanz = 0.5f;
+    laufen(0, 5, QStringLiteral("[Firma]"));
+    EXPECT_EQ((Paarliste{{1, 3}}), paarliste());
+}
+
+TEST_F(Durchlauf, ATableOfOneRecord) {
+    adressen({satz(u"Meyer")});
+    pufferFuellen();
+    laufen(0, 2, QStringLiteral("[Firma]"), true);
+    EXPECT_FALSE(Angehalten());
+    EXPECT_TRUE(Paare().empty());
+    f().erwarte(QStringLiteral(
+        "Kein Vergleich notwendig.\r\nVersuchen sie es eventuell noch einmal mit dem Quicksuche-Modus."));
+    laufen(0, 2, QStringLiteral("[Firma]"));
+    EXPECT_TRUE(gAbbruch);
+}
+
+TEST_F(Durchlauf, TheSamePairOfTwoPassesIsListedOnce) {
+    adressen({satz(u"Meyer"), satz(u"Meyer")});
+    pufferFuellen();
+    gRelevanz = 0.5f;
+    laufen(0, 2, QStringLiteral("[Firma]"));
+    laufen(3, 2, QStringLiteral("[Ort]"));
+    EXPECT_EQ((Paarliste{{1, 2}}), paarliste());
+}
+
+TEST_F(Durchlauf, QuickModeComparesNeighboursAndNotesThePercentage) {
+    adressen({satz(u"Meyer"), satz(u"Anton", u"1", u"x"), satz(u"Meyer", u"50668"), satz(u"Meyer")});
+    pufferFuellen();
+    gRelevanz = 0.5f;
+    laufen(0, 2, QStringLiteral("[Firma],[PLZ]"), true);
+    // Sorted 2, 1, 4, 3: 260 and 240 of 285, since the empty street is a blank and takes part.
+    EXPECT_EQ((Paarliste{{1, 4}, {4, 3}}), paarliste());
+    EXPECT_EQ((QStringList{QStringLiteral("91%"), QString(QStringLiteral("")), QStringLiteral("84%"),
+                           QStringLiteral("84%")}),
+              spalte(arbeit, QStringLiteral("TEMP_AMK")))
+        << "a later hit overwrites an earlier one";
+    EXPECT_EQ(3, gFortschrittWert);
+    EXPECT_TRUE(
+        f().informationen.last().endsWith(QStringLiteral("nach \"[Firma],[PLZ]\" im Quicksuch-Modus.")));
+}
+
+TEST_F(Durchlauf, BlockModeNotesNoPercentage) {
+    adressen({satz(u"Meyer"), satz(u"Meyer")});
+    pufferFuellen();
+    gRelevanz = 0.5f;
+    laufen(0, 2, QStringLiteral("[Firma]"));
+    EXPECT_EQ((QStringList{QString(QStringLiteral("")), QString(QStringLiteral(""))}),
+              spalte(arbeit, QStringLiteral("TEMP_AMK")));
+}
+
+TEST_F(Durchlauf, AnIgnoredColumnInFrontMovesTheBlockColumn) {
+    // Sorted by town, cut into blocks by what stands one column further on in the work table: the street.
+    adressen({{u"Egal", {0, 1}}, {u"Ort", {3, 8}}, {u"Name", {2, 1}}, {u"Rest", {0, 0}}},
+             {{u"", u"Köln", u"Meyer", u""}, {u"", u"Bonn", u"Meyer", u""}, {u"", u"Köln", u"Schulz", u""}});
+    pufferFuellen();
+    gRelevanz = 0.1f;
+    laufen(1, 2, QStringLiteral("[Ort]"));
+    // By town 2, 1, 3 with the names Meyer, Meyer, Schulz.
+    EXPECT_EQ((Paarliste{{2, 1}}), paarliste());
+}
+
+TEST_F(Durchlauf, AnIgnoredColumnAsSortFieldIsReported) {
+    adressen({{u"Egal", {0, 1}}, {u"Ort", {3, 8}}}, {{u"", u"Köln"}, {u"", u"Köln"}});
+    pufferFuellen();
+    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche im Bereich 0 bis 0."), Knopf::Abbrechen);
+    laufen(0, 2, QStringLiteral("[Egal]"));
+    EXPECT_TRUE(gFehler);
+}
+
+TEST_F(Durchlauf, AnAbortLeavesTheLoops) {
+    std::vector<std::vector<Wert>> zeilen(3000, satz(u"Meyer"));
+    adressen(zeilen);
+    pufferFuellen();
+    gRelevanz = 0.9f;
+    for (const bool quick : {false, true}) {
+        gAbbruch = false;
+        f().beimEreignis = [] { gAbbruch = gAbbruch || (gFortschrittMax != 3000 && gFortschrittWert > 100); };
+        laufen(0, 2, QStringLiteral("[Firma]"), quick);
+        EXPECT_TRUE(gAbbruch);
+        EXPECT_LT(gFortschrittWert, gFortschrittMax);
+    }
+}
+
+QString vieleWoerter(int anzahl) {
+    return QStringLiteral("x ").repeated(anzahl - 1) + u'x';
+}
+
+TEST_F(Durchlauf, TooManyWordsAreReportedByTheComparisonItself) {
+    const Wert lang(vieleWoerter(200));
+    adressen({{u"Nr", {1, 1}, dao::dbLong, 4}, {u"Ort", {3, 8}, dao::dbText, 1000}, {u"PLZ", {3, 4}}},
+             {{1, lang, u"1"}, {2, lang, u"1"}});
+    pufferFuellen();
+    gRelevanz = 0.5f;
+    const QString meldung =
+        QStringLiteral("Fehler beim Vergleichen der Datensätze '1' und '2' im Feld 2 mit den Werten '") +
+        lang.text() + QStringLiteral("' und '") + lang.text() + QStringLiteral("'.");
+    erwarteFehler(meldung, Knopf::Wiederholen);
+    erwarteFehler(meldung, Knopf::Ignorieren);
+    laufen(2, 1, QStringLiteral("[PLZ]"));
+    EXPECT_FALSE(Angehalten());
+    EXPECT_EQ((Paarliste{{1, 2}}), paarliste()) << "100 of 180 without the row that failed";
+    PaareLeeren();
+    erwarteFehler(meldung, Knopf::Abbrechen);
+    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche im Bereich 1 bis 2."), Knopf::Abbrechen);
+    laufen(2, 1, QStringLiteral("[PLZ]"));
+    EXPECT_TRUE(gFehler);
+    EXPECT_TRUE(Paare().empty());
+    gFehler = false;
+    erwarteFehler(meldung, Knopf::Abbrechen);
+    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche an der Position 1."), Knopf::Abbrechen);
+    laufen(2, 1, QStringLiteral("[PLZ]"), true);
+    EXPECT_TRUE(gFehler);
+}
+
+// The whole pass against the letter: the order in which pairs are listed included.
+TEST_F(Durchlauf, ListsThePairsOfRandomTablesInTheOrderOfSlicesAndSweeps) {
+    const FeldZuordnungen zuordnungen{{3, 8}, {2, 3}, {4, 4}, {3, 4}, {5, 3}};
+    Zufallsadressen zufall(42, 4);
+    std::vector<std::vector<Wert>> zeilen;
+    for (Zeile& zeile : zufall.zeilen(zuordnungen, 150)) {
+        // Few blocks, and a Null on the way that ends none.
+        if (!zeile[0].istNull()) zeile[0] = QString(QChar(u'a' + zufall.zahl(0, 3)));
+        for (Wert& wert : zeile)
+            if (!wert.istNull()) wert = wert.alsText();
+        zeilen.push_back(zeile);
+    }
+    zeilen[0][0] = Wert(u"a");
+    std::vector<Spaltenvorgabe> spalten;
+    static const char16_t* const namen[] = {u"A", u"B", u"C", u"D", u"E"};
+    for (size_t i = 0; i < zuordnungen.size(); ++i) spalten.push_back({namen[i], zuordnungen[i]});
+    adressen(spalten, zeilen);
+    pufferFuellen();
+    gRelevanz = 0.5f;
+    laufen(0, 1, QStringLiteral("[A],[C]"));
+
+    const auto sortiert = gDatenbank->OpenRecordset(SortierteAuswahl(arbeit, QStringLiteral("[A],[C]")));
+    const dao::Block alle = sortiert->GetRows(1000);
+    const Vergleicher vergleicher(zuordnungen, false);
+    Paarliste soll;
+    for (int anfang = 0; anfang < alle.zeilen();) {
+        int ende = anfang + 1;
+        while (ende < alle.zeilen() && alle(0, ende) == alle(0, anfang)) ++ende;
+        const int breite = int(std::log(ende - anfang) / std::log(1.5) + 1);
+        for (int s1 = anfang; s1 < ende && alle(0, anfang).alsText() != QString(); s1 += breite)
+            for (int s2 = s1; s2 < ende; s2 += breite)
+                for (int i = s1; i < std::min(s1 + breite, ende); ++i)
+                    for (int j = std::max(i + 1, s2); j < std::min(s2 + breite, ende); ++j)
+                        if (*vergleicher.vergleichen(&alle(0, i), &alle(0, j)) >= gRelevanz)
+                            soll.emplace_back(qint32(alle(alle.spalten() - 3, i).alsZahl()),
+                                              qint32(alle(alle.spalten() - 3, j).alsZahl()));
+        anfang = ende;
+    }
+    ASSERT_FALSE(alle(0, 0).istNull());
+    EXPECT_GT(soll.size(), 50u);
+    EXPECT_EQ(soll, paarliste());
+}
+
+TEST_F(Durchlauf, ThePairListTakesThreeMillionAndOnePairs) {
+    const QString meldung = QStringLiteral(
+        "Es wurden zu viele Dubletten gefunden!\rFühren sie die Suche nach Beendigung erneut aus.");
+    for (qint32 i = 1; i <= 3000001; ++i) PaarEintragen(i, i + 1);
+    EXPECT_EQ(3000001u, Paare().size());
+    EXPECT_FALSE(PaarlisteVoll());
+    f().erwarte(meldung);
+    PaarEintragen(1, 2);
+    EXPECT_TRUE(PaarlisteVoll());
+    PaarEintragen(1, 3);
+    EXPECT_EQ(3000001u, Paare().size());
+    EXPECT_FALSE(PaarBekannt(1, 3));
+    EXPECT_TRUE(PaarBekannt(3, 2));
+    EXPECT_EQ(1u, f().meldungen.size()) << "told once";
+}
+
+TEST_F(Durchlauf, AFullListEndsTheBlockWithItsMessage) {
+    adressen(std::vector<std::vector<Wert>>(2600, satz(u"Meyer")));
+    pufferFuellen();
+    gRelevanz = 0.5f;
+    f().erwarte(QStringLiteral(
+        "Es wurden zu viele Dubletten gefunden!\rFühren sie die Suche nach Beendigung erneut aus."));
+    laufen(0, 2, QStringLiteral("[Firma]"));
+    EXPECT_FALSE(Angehalten());
+    EXPECT_EQ(3000001u, Paare().size());
+    EXPECT_EQ(gFortschrittMax, gFortschrittWert);
+    laufen(3, 2, QStringLiteral("[Ort]"));
+    EXPECT_EQ(gFortschrittMax, gFortschrittWert);
+}
+
+}  // namespace
