@@ -5,6 +5,7 @@
 #include <map>
 
 #include "base/fehler.h"
+#include "engine/jet/mdbdatei.h"
 
 namespace dao {
 namespace {
@@ -13,7 +14,7 @@ constexpr QStringView kPasswortVorsatz = u";PWD=";
 
 std::map<Dateiart, DateiOeffner>& oeffner() {
     // Written by DateiOeffnerSetzen, read by dateiOeffnen.
-    static std::map<Dateiart, DateiOeffner> alle;
+    static std::map<Dateiart, DateiOeffner> alle{{Dateiart::Access, jet::mdbOeffnen}};
     return alle;
 }
 

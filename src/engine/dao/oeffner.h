@@ -1,4 +1,4 @@
-// Which file formats the engine can open: one opener a format, registered by the program at its start.
+// Which file formats the engine can open: one opener a format.
 #pragma once
 
 #include <QString>
@@ -16,7 +16,8 @@ enum class Dateiart { Access, Excel, Dbase };
 using DateiOeffner =
     std::function<std::unique_ptr<engine::Datenbankdatei>(const QString& pfad, const QString& passwort)>;
 
-// Sets the opener of a format; an empty function takes the format out of the offer.
+// Sets the opener of a format; an empty function takes the format out of the offer. Access has
+// jet::mdbOeffnen from the start, the others have none.
 void DateiOeffnerSetzen(Dateiart art, DateiOeffner oeffner);
 
 // The format that a connect text means: ";PWD=...;" and "" are Access, "Excel 5.0;" Excel, "Dbase 5;",

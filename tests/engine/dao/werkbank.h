@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "engine/dao/speicherdatei.h"
+#include "engine/jet/mdbdatei.h"
 
 inline engine::FeldDef feldDef(const char16_t* name, int typ, int groesse = 0, int attribute = 0) {
     engine::FeldDef feld;
@@ -42,7 +43,7 @@ class Werkbank : public testing::Test {
     }
     ~Werkbank() override {
         db.reset();
-        dao::DateiOeffnerSetzen(dao::Dateiart::Access, nullptr);
+        dao::DateiOeffnerSetzen(dao::Dateiart::Access, jet::mdbOeffnen);
     }
 
     static engine::TabellenDef kunden() {
