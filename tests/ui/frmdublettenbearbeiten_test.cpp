@@ -240,6 +240,17 @@ TEST_F(Nachbearbeitung, DieDublettenFolgenMitZehnMillisekundenUndEinmal) {
     EXPECT_EQ(male, 1);
 }
 
+TEST_F(Nachbearbeitung, EinZeilenwechselVorEinerFrageWirdDanachNachgeholt) {
+    zeigen();
+    fenster.sonst = [](const Meldung&) {
+        QTest::qWait(40);  // the timer fires in here
+        return Knopf::Nein;
+    };
+    maus(frm->dgdAngereichert, Qt::LeftButton, 1);
+    klick(frm->btnFertig);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return nummern(frm->dgdDublette) == u"4 5 6"; }));
+}
+
 TEST_F(Nachbearbeitung, TastenFuehrenDieDublettenNach) {
     zeigen();
     const std::vector<std::pair<Qt::Key, QString>> tasten{{Qt::Key_Down, QStringLiteral("4 5 6")},
