@@ -7,57 +7,21 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
+#include <QTemporaryDir>
 #include <cmath>
+
+#include "tools/zeilenprogramm.h"
 
 namespace {
 
-constexpr int kFrist = 60000;
-
 // One running test bench.
-class Pruefstand {
+class Pruefstand : public Zeilenprogramm {
   public:
-    Pruefstand() {
-        prozess_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        prozess_.start(QStringLiteral(LINDGARN_PRUEFSTAND), QStringList());
-        if (!prozess_.waitForStarted(kFrist)) ADD_FAILURE() << "startet nicht";
-    }
-
-    // Sends a line and gives the line that comes back.
-    QByteArray zeile(const QByteArray& auftrag) {
-        prozess_.write(auftrag + '\n');
-        while (!prozess_.canReadLine())
-            if (!prozess_.waitForReadyRead(kFrist)) {
-                ADD_FAILURE() << "keine Antwort auf " << auftrag.constData();
-                return QByteArray();
-            }
-        return prozess_.readLine();
-    }
-
-    QJsonObject antwort(QJsonObject auftrag) {
-        auftrag["id"] = ++nummer_;
-        const QByteArray text = zeile(QJsonDocument(auftrag).toJson(QJsonDocument::Compact));
-        const QJsonObject objekt = QJsonDocument::fromJson(text).object();
-        EXPECT_EQ(objekt["id"].toInt(), nummer_) << text.constData();
-        EXPECT_NE(objekt.contains("result"), objekt.contains("error")) << text.constData();
-        return objekt;
-    }
-
+    Pruefstand() : Zeilenprogramm(QStringLiteral(LINDGARN_PRUEFSTAND)) {}
+    using Zeilenprogramm::antwort;
     QJsonObject antwort(const QString& op, const QJsonArray& args) {
         return antwort({{"op", op}, {"args", args}});
     }
-
-    // Ends the input and returns the exit code; -1 when the tool does not end.
-    int beenden() {
-        prozess_.closeWriteChannel();
-        const bool beendet = prozess_.waitForFinished(kFrist);
-        return beendet && prozess_.exitStatus() == QProcess::NormalExit ? prozess_.exitCode() : -1;
-    }
-    QByteArray rest() { return prozess_.readAllStandardOutput(); }
-
-  private:
-    QProcess prozess_;
-    int nummer_ = 0;
 };
 
 // Numbers may differ in the last digits of a single-precision value; all else is equal or not.
@@ -180,6 +144,99 @@ TEST(PruefstandProtokoll, WerteKommenWieSieGehen) {
         EXPECT_EQ(pruefstand.antwort("FeldInhaltErmitteln", {wert, 1})["result"], wert)
             << kurz(wert).constData();
     EXPECT_EQ(pruefstand.beenden(), 0);
+}
+
+// The sample database, in a folder of its own.
+class PruefstandDateien : public ::testing::Test {
+  protected:
+    void SetUp() override {
+        ASSERT_TRUE(QFile::copy(QStringLiteral(LINDGARN_BEISPIELE "/adressen.mdb"), datei));
+    }
+    void TearDown() override { EXPECT_EQ(pruefstand.beenden(), 0); }
+
+    QJsonValue ergebnis(const QString& op, QJsonArray args) {
+        args.prepend(QString());
+        args.prepend(datei);
+        const QJsonObject antwort = pruefstand.antwort(op, args);
+        EXPECT_TRUE(antwort.contains("result")) << qPrintable(antwort["error"].toString());
+        return antwort["result"];
+    }
+    QString fehler(const QString& op, QJsonArray args) {
+        args.prepend(QString());
+        args.prepend(datei);
+        return pruefstand.antwort(op, args)["error"].toString();
+    }
+    QJsonArray namen() {
+        QJsonArray namen;
+        for (const QJsonValue& tabelle : ergebnis("Katalog", {})["tabellen"].toArray())
+            if (tabelle["attribute"].toInt() == 0) namen += tabelle["name"];
+        return namen;
+    }
+
+    QTemporaryDir ordner;
+    QString datei = ordner.filePath("a.mdb");
+    Pruefstand pruefstand;
+};
+
+TEST_F(PruefstandDateien, KatalogNenntTabellenFelderUndIndexe) {
+    QJsonObject adressen;
+    for (const QJsonValue& tabelle : ergebnis("Katalog", {})["tabellen"].toArray())
+        if (tabelle["name"] == QJsonValue("Adressen")) adressen = tabelle.toObject();
+    EXPECT_EQ(adressen["zeilen"], QJsonValue(500));
+    ASSERT_EQ(adressen["felder"].toArray().size(), 17);
+    const QJsonValue nachname = adressen["felder"][5];
+    EXPECT_EQ(nachname["name"], QJsonValue("Nachname"));
+    EXPECT_EQ(nachname["typ"], QJsonValue(10));
+    EXPECT_EQ(nachname["groesse"], QJsonValue(50));
+    ASSERT_EQ(adressen["indexe"].toArray().size(), 2);
+    for (const QJsonValue& index : adressen["indexe"].toArray()) {
+        const bool primaer = index["primaer"].toBool();
+        const QJsonArray felder{QJsonArray{primaer ? "Kundennummer" : "Nachname", false}};
+        EXPECT_EQ(index["felder"].toArray(), felder) << kurz(index).constData();
+        EXPECT_EQ(index["eindeutig"].toBool(), primaer);
+    }
+    EXPECT_TRUE(adressen["geaendert"].isObject());
+}
+
+TEST_F(PruefstandDateien, ZeilenAbEinerStelle) {
+    EXPECT_EQ(ergebnis("Zeilen", {"Adressen"}).toArray().size(), 500);
+    const QJsonArray zwei = ergebnis("Zeilen", {"Adressen", 498, 5}).toArray();
+    ASSERT_EQ(zwei.size(), 2);
+    EXPECT_EQ(zwei[0][0], QJsonValue(499));
+    EXPECT_TRUE(zwei[0][13].toObject().contains("datum"));
+    EXPECT_TRUE(zwei[0][15].isBool());
+    EXPECT_EQ(ergebnis("Zeilen", {"Adressen", 500, 5}).toArray().size(), 0);
+}
+
+TEST_F(PruefstandDateien, AbfrageWaehltUndLoescht) {
+    EXPECT_EQ(ergebnis("Abfrage", {"SELECT * FROM [Adressen]WHERE [Kundennummer] = 13"}).toArray().size(), 1);
+    EXPECT_EQ(ergebnis("Abfrage", {"DELETE * FROM [Adressen] WHERE [Kundennummer] = 13"}), QJsonValue(1));
+    EXPECT_EQ(ergebnis("Zeilen", {"Adressen"}).toArray().size(), 499);
+    EXPECT_TRUE(fehler("Abfrage", {"SELECT Unsinn"}).contains("3075"));
+}
+
+TEST_F(PruefstandDateien, TabelleSchreibenUmbenennenLoeschen) {
+    const QJsonArray felder{QJsonObject{{"name", "Nr"}, {"typ", 4}},
+                            QJsonObject{{"name", "Text"}, {"typ", 10}, {"groesse", 20}}};
+    const QJsonArray index{QJsonObject{{"name", "P"},
+                                       {"felder", QJsonArray{QJsonArray{"Nr", false}}},
+                                       {"eindeutig", true},
+                                       {"primaer", true}}};
+    const QJsonArray zeilen{QJsonArray{2, "zwei"}, QJsonArray{1, QJsonValue::Null}};
+    const QJsonObject tabelle{{"name", "Neu"}, {"felder", felder}, {"indexe", index}, {"zeilen", zeilen}};
+    EXPECT_EQ(ergebnis("TabelleSchreiben", {tabelle}), QJsonValue(true));
+    EXPECT_EQ(ergebnis("Zeilen", {"Neu"}).toArray(), zeilen);
+    EXPECT_TRUE(fehler("TabelleSchreiben", {tabelle}).contains("3010"));
+    EXPECT_EQ(ergebnis("TabelleUmbenennen", {"Neu", "Anders"}), QJsonValue(true));
+    EXPECT_EQ(namen(), (QJsonArray{"Adressen", "Interessenten", "Anders"}));
+    EXPECT_EQ(ergebnis("TabelleLoeschen", {"Anders"}), QJsonValue(true));
+    EXPECT_EQ(namen(), (QJsonArray{"Adressen", "Interessenten"}));
+    EXPECT_TRUE(fehler("TabelleLoeschen", {"Anders"}).contains("3265"));
+}
+
+TEST_F(PruefstandDateien, FehlendeDatei) {
+    datei = ordner.filePath("fehlt.mdb");
+    EXPECT_EQ(fehler("Katalog", {}), "Datei kann nicht geöffnet werden.");
 }
 
 }  // namespace

@@ -28,16 +28,19 @@ using Antwort = std::function<std::optional<QJsonValue>()>;
 // What a command has begun.
 struct Vorgang {
     Antwort antwort;
-    int fristMs = 30000;             // after that the command has failed
+    int fristMs = 30000;               // after that the command has failed
     std::function<QString()> woran{};  // what it was waiting for, for the error
 };
 
 using Befehl = std::function<Vorgang(const QJsonObject&)>;
 using Befehle = QHash<QString, Befehl>;
 
+// True while the program serves events but not the user's. Written by the window of this tool.
+extern bool gEingabenGesperrt;
+
 Vorgang Sofort(const QJsonValue& ergebnis);
-// Runs `aktion` from the event queue. The answer is true as soon as it has returned, or works in an event
-// loop of its own.
+// Runs `aktion` from the event queue, when the program takes the user's input. The answer is true as soon as
+// it has returned, or works in an event loop of its own.
 Vorgang Danach(std::function<void()> aktion);
 
 // Fields of a command; raise Abgelehnt when one is missing or of another kind.

@@ -9,6 +9,17 @@
 
 namespace {
 
+// The program's own window, which also tells when it holds the user's input back.
+class FernesFenster : public FensterQt {
+  public:
+    using FensterQt::FensterQt;
+    void nurZeichnen() override {
+        gEingabenGesperrt = true;
+        FensterQt::nurZeichnen();
+        gEingabenGesperrt = false;
+    }
+};
+
 Befehle alleBefehle() {
     Befehle befehle;
     EingabenAnmelden(befehle);
@@ -40,6 +51,8 @@ int main(int argc, char** argv) {
     QApplication anwendung(argc, argv);
     orteSetzen();
     Programm programm;
+    FernesFenster fenster(programm.hauptfenster());
+    FensterSetzen(&fenster);
     Steuerung steuerung(alleBefehle());
     QApplication::exec();
     steuerung.abschliessen();
