@@ -289,7 +289,8 @@ TEST_F(Suche, AFailingCorrectionTakesTheWayOut) {
 TEST_F(Suche, AnAbortInThePassesLeavesNoTrace) {
     mitPaar();
     f().beimEreignis = [this] {
-        const bool imDurchlauf = f().informationen.last().startsWith(QStringLiteral("Durchsuche"));
+        const bool imDurchlauf =
+            !f().informationen.isEmpty() && f().informationen.last().startsWith(QStringLiteral("Durchsuche"));
         gAbbruch = gAbbruch || imDurchlauf;
     };
     starten();

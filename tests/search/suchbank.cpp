@@ -75,7 +75,6 @@ void Suchbank::pufferFuellen() {
     gSuchZuordnung = gZuordnungenTabelle1;
     gSuchFelder = qint16(gSuchZuordnung.size());
     gSuchDatensaetze = qint32(gDatenbank->OpenRecordset(quelle)->RecordCount());
-    for (const QString& tabelle : {ziel, arbeit}) KopieVergessen(tabelle);
     SuchpufferErstellen();
 }
 
