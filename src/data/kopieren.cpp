@@ -1,17 +1,12 @@
 // The structural copy of a table, and its relations.
 #include "data/kopieren.h"
 
-#include <QStringList>
-
 #include "base/text.h"
 #include "data/datenzugriff.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
 
 namespace {
-
-// Names (folded) of the tables made so far: written by TabelleKopieren, shortened by KopieVergessen.
-QStringList kopien;
 
 bool nurAccess() {
     return gDatenbankFormat == kFormatAccess;
@@ -122,7 +117,6 @@ void relationKopieren(Schritte& s, int position, const QString& ziel) {
 
 void TabelleKopieren(const QString& quelle, const QString& ziel, bool mitRelationen,
                      const std::optional<QString>& feldname, const std::vector<NeuesFeld>& neueFelder) {
-    KopieVergessen(ziel);
     Schritte s([&] {
         return QStringLiteral("Fehler beim Kopieren der Tabelle '") + quelle + QStringLiteral("' nach '") +
                ziel + QStringLiteral("'.");
@@ -149,7 +143,6 @@ void TabelleKopieren(const QString& quelle, const QString& ziel, bool mitRelatio
             s.tu([&] {
                 Gesetzt(neu);
                 gDatenbank->TableDefs().Append(std::move(neu));
-                kopien.append(Grossschrift(ziel));
             });
             if (mitRelationen && nurAccess()) s.tu([&] { relationenBestaetigen(quelle); });
         },
@@ -170,14 +163,4 @@ void RelationenKopieren(const QString& quelle, const QString& ziel) {
             }
         },
         [] { gFehler = true; });
-}
-
-void KopieVergessen(const QString& name) {
-    kopien.removeAll(Grossschrift(name));
-}
-
-void KopieLoeschen(const QString& name) {
-    if (!kopien.contains(Grossschrift(name))) return;
-    gDatenbank->TableDefs().Delete(name);
-    KopieVergessen(name);
 }

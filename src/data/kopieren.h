@@ -19,10 +19,3 @@ void TabelleKopieren(const QString& quelle, const QString& ziel, bool mitRelatio
 
 // Repeats the relations of `quelle` on `ziel`; only for the format text "Access".
 void RelationenKopieren(const QString& quelle, const QString& ziel);
-
-// What an abort may drop: the tables that `TabelleKopieren` has made since the run began. A table that was there
-// before, and that the user did not want overwritten, is not among them.
-// Forgets a table; every run does so with its target at its start.
-void KopieVergessen(const QString& name);
-// Drops a table if `TabelleKopieren` made it, otherwise does nothing. Raises what `TableDefs::Delete` raises.
-void KopieLoeschen(const QString& name);

@@ -2,7 +2,6 @@
 #include "search/dublettensuche.h"
 
 #include "data/datenzugriff.h"
-#include "data/kopieren.h"
 #include "run/rahmen.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
@@ -46,12 +45,8 @@ void DublettensucheAbbrechen() {
     fenster().zurueckAktiv(false);
     fenster().information(QStringLiteral("Breche Vorgang ab ..."));
     FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
-    FehlerUebergehen([] { KopieLoeschen(zielTabelle); });
-    FehlerUebergehen([] { KopieLoeschen(QString::fromUtf16(kArbeitstabelle)); });
-    // Only a table that was overwritten on the way has left something to do in the file.
-    FehlerUebergehen([] {
-        if (gDatenbank->ungesichert()) DatenbankSichern();
-    });
+    // Drops the target and the work table, and brings back what was to be overwritten.
+    FehlerUebergehen([] { gDatenbank->Zuruecknehmen(); });
     RahmenWechseln(gRahmen, 3, true, true);
     fenster().zurueckAktiv(true);
 }
@@ -89,6 +84,7 @@ void DublettensucheStarten(const QString& quelle, const QString& ziel) {
     gAbbruch = false;
     gFehler = false;
     zielTabelle = ziel;
+    gDatenbank->Merken();
     if (durchfuehren(quelle))
         RahmenWechseln(12, 13, true, true);
     else

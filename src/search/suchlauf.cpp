@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "data/datenzugriff.h"
-#include "data/kopieren.h"
 #include "run/fortschritt.h"
 #include "run/rahmen.h"
 #include "run/schritte.h"
@@ -121,7 +120,6 @@ void Suchlauf(const QString& quelle, const QString& ziel, const FeldZuordnungen&
     gSuchFelder = qint16(zuordnung.size());
     gAnreichern = anreichern;
     gAngereichertUebernehmen = angereichertUebernehmen;
-    for (const QString& tabelle : {gSuchZiel, gArbeitsTabelle}) KopieVergessen(tabelle);
     suchen();
     if (Angehalten()) SuchlaufAbbrechen();
 }
@@ -161,8 +159,8 @@ void SuchlaufAbbrechen() {
     FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
     FortschrittAnhalten();
     AlleDatenSchliessen();
-    FehlerUebergehen([] { KopieLoeschen(gArbeitsTabelle); });
-    FehlerUebergehen([] { KopieLoeschen(gSuchZiel); });
+    FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gArbeitsTabelle); });
+    FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gSuchZiel); });
     PaareLeeren();
     fenster().zurueckAktiv(true);
 }
