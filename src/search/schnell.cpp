@@ -11,7 +11,7 @@
 namespace {
 
 constexpr size_t kMeisteFelder = 64;             // a bit each in the sets of filled fields
-constexpr size_t kTexteImVorrat = 200000;        // beyond it a new block begins with an empty store
+constexpr size_t kMeistesImVorrat = 200000;      // beyond it a new block begins with empty stores
 constexpr size_t kPartnerImSpeicher = 32 << 20;  // of all groups together
 constexpr qint64 kSchritteJeAtempause = 20000;
 
@@ -235,9 +235,11 @@ Schnellvergleich::Schnellvergleich(const FeldZuordnungen& zuordnungen, bool diff
 void Schnellvergleich::leeren() {
     werte_.clear();
     zeilen_ = 0;
-    if (texte_.anzahl() <= kTexteImVorrat && !texte_.zuVieleWoerter()) return;
+    size_t vorrat = texte_.anzahl();
+    for (const Wertvorrat& v : vorraete_) vorrat = std::max(vorrat, size_t(v.anzahl()));
+    if (vorrat <= kMeistesImVorrat && !texte_.zuVieleWoerter()) return;
     texte_ = {};
-    for (Wertvorrat& vorrat : vorraete_) vorrat.leeren();
+    for (Wertvorrat& v : vorraete_) v.leeren();
 }
 
 bool Schnellvergleich::anfuegen(const Wert* zeile) {

@@ -66,7 +66,8 @@ int Textvorrat::trefferVon(const Text& text, const Text& anderer) const {
         const Wort& wort = woerter_[text.ersteswort + i];
         if (wort.paare & ~anderer.paare) continue;
         if (wort.laenge > anderer.laenge) continue;
-        treffer += zeichen(anderer.anfang, anderer.laenge).contains(zeichen(wort.anfang, wort.laenge));
+        const std::u16string_view darin = zeichen(anderer.anfang, anderer.laenge);
+        treffer += darin.find(zeichen(wort.anfang, wort.laenge)) != std::u16string_view::npos;
     }
     return treffer;
 }

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QString>
+#include <string_view>
 #include <vector>
 
 // A store of texts, numbered from 0. Its measures are those of masse.h, for texts that have at most
@@ -37,8 +38,8 @@ class Textvorrat {
         quint64 anfangsbytes;  // the first eight characters when all are below 256
         bool kurz;             // there are no more than eight, all below 256
     };
-    QStringView zeichen(quint32 anfang, quint32 laenge) const {
-        return {zeichen_.data() + anfang, qsizetype(laenge)};
+    std::u16string_view zeichen(quint32 anfang, quint32 laenge) const {
+        return {zeichen_.data() + anfang, laenge};
     }
     int trefferVon(const Text& text, const Text& anderer) const;
 
