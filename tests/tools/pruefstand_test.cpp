@@ -234,6 +234,17 @@ TEST_F(PruefstandDateien, TabelleSchreibenUmbenennenLoeschen) {
     EXPECT_TRUE(fehler("TabelleLoeschen", {"Anders"}).contains("3265"));
 }
 
+TEST_F(PruefstandDateien, DerErzeugerMachtSoVieleAdressenWieVerlangt) {
+    const QStringList worte{"--anzahl", "60", "--anfang", "3"};
+    const QString gleich = ordner.filePath("b.mdb");
+    ASSERT_EQ(QProcess::execute(QStringLiteral(LINDGARN_BEISPIELPROGRAMM), worte + QStringList{datei}), 0);
+    ASSERT_EQ(QProcess::execute(QStringLiteral(LINDGARN_BEISPIELPROGRAMM), worte + QStringList{gleich}), 0);
+    const QJsonArray zeilen = ergebnis("Zeilen", {"Adressen"}).toArray();
+    EXPECT_EQ(zeilen.size(), 60);
+    EXPECT_EQ(pruefstand.antwort("Zeilen", {gleich, "", "Adressen"})["result"].toArray(), zeilen);
+    EXPECT_NE(QProcess::execute(QStringLiteral(LINDGARN_BEISPIELPROGRAMM), {datei, "fehlt.csv"}), 0);
+}
+
 TEST_F(PruefstandDateien, FehlendeDatei) {
     datei = ordner.filePath("fehlt.mdb");
     EXPECT_EQ(fehler("Katalog", {}), "Datei kann nicht geöffnet werden.");
