@@ -25,6 +25,8 @@ class Fernsteuerung:
                 self._prozess.wait(20)
             except subprocess.TimeoutExpired:
                 self._prozess.kill()
+                self._prozess.wait()
+        self._prozess.stdout.close()
 
     @property
     def prozess(self):

@@ -319,8 +319,9 @@ def null_statt_leer(v):
 
 
 def worte_vergleichen(a, b):
-    if nichts(a) or nichts(b) or a == "" or b == "":
+    if nichts(a) or nichts(b):
         return 0.0
+    # "" is a text with one empty word.
     a, b = a + " ", b + " "
     worte = treffer = 0
     for links, rechts in ((a, b), (b, a)):
