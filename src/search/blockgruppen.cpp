@@ -46,7 +46,7 @@ qint64 zellen(const Gewinntafel& tafel) {
     return qint64(tafel.werte + 1) * (tafel.werte + 1);
 }
 
-bool tafelFuellen(Gewinntafel& tafel, const Blocksicht& block, const std::function<bool()>& weiter) {
+bool tafelFuellen(Gewinntafel& tafel, const Blocksicht& block, const Weiter& weiter) {
     std::vector<int> imVorrat(size_t(tafel.werte) + 1, 0);
     for (size_t i = 0; i < tafel.imBlock.size(); ++i)
         if (tafel.imBlock[i] != 0) imVorrat[size_t(tafel.imBlock[i])] = int(i);
@@ -58,7 +58,7 @@ bool tafelFuellen(Gewinntafel& tafel, const Blocksicht& block, const std::functi
             const int gewinn = vorrat.gewinn(imVorrat[a], imVorrat[b], block.texte);
             tafel.gewinne[a * breite + b] = tafel.gewinne[b * breite + a] = qint16(gewinn);
         }
-        if (!weiter()) return false;
+        if (!weiter(qint64(breite - a))) return false;
     }
     return true;
 }
@@ -88,18 +88,18 @@ qint64 trennkraft(const Gewinntafel& tafel, const Blocksicht& block) {
 
 }  // namespace
 
-bool Blockgruppen::bilden(const Blocksicht& block, const std::function<bool()>& weiter) {
+bool Blockgruppen::bilden(const Blocksicht& block, const Weiter& weiter) {
     if (block.zeilen >= kZeilenFuerTafeln && !tafelnBerechnen(block, weiter)) return false;
     tafelVon_.assign(block.felder(), nullptr);
     for (const Gewinntafel& tafel : tafeln_) tafelVon_[tafel.feld] = &tafel;
-    felderWaehlen(block);
+    if (!felderWaehlen(block, weiter)) return false;
     merkmaleAblegen(block);
     restschrankenBerechnen(block);
     return true;
 }
 
 // The fields with the fewest values first, as long as there is room, and no more than the block is worth.
-bool Blockgruppen::tafelnBerechnen(const Blocksicht& block, const std::function<bool()>& weiter) {
+bool Blockgruppen::tafelnBerechnen(const Blocksicht& block, const Weiter& weiter) {
     Tafeln moegliche;
     for (size_t f = 0; f < block.felder(); ++f)
         if (block.vorraete[f].gewicht() > 0) moegliche.push_back(werteZaehlen(block, f));
@@ -107,6 +107,7 @@ bool Blockgruppen::tafelnBerechnen(const Blocksicht& block, const std::function<
               [](const Gewinntafel& a, const Gewinntafel& b) { return a.werte < b.werte; });
     qint64 frei = std::min(kZellenJeTafelsatz, qint64(block.zeilen) * qint64(block.zeilen) / 16);
     for (Gewinntafel& tafel : moegliche) {
+        if (!weiter(qint64(block.zeilen))) return false;
         if (zellen(tafel) > frei) break;
         frei -= zellen(tafel);
         if (!tafelFuellen(tafel, block, weiter)) return false;
@@ -116,22 +117,28 @@ bool Blockgruppen::tafelnBerechnen(const Blocksicht& block, const std::function<
 }
 
 // The fields that tell rows apart best, as long as the groups stay few.
-void Blockgruppen::felderWaehlen(const Blocksicht& block) {
+bool Blockgruppen::felderWaehlen(const Blocksicht& block, const Weiter& weiter) {
     gruppeVon_.resize(block.zeilen);
     Nummerierung besetzungen;
     for (size_t zeile = 0; zeile < block.zeilen; ++zeile)
         gruppeVon_[zeile] = besetzungen.nummer(besetzungVon(block, zeile));
     std::vector<std::pair<qint64, size_t>> nachKraft;
-    for (size_t t = 0; t < tafeln_.size(); ++t) nachKraft.emplace_back(-trennkraft(tafeln_[t], block), t);
+    for (size_t t = 0; t < tafeln_.size(); ++t) {
+        nachKraft.emplace_back(-trennkraft(tafeln_[t], block), t);
+        if (!weiter(qint64(block.zeilen))) return false;
+    }
     std::sort(nachKraft.begin(), nachKraft.end());
     const int hoechstens = std::clamp(int(block.zeilen / 8), 64, kMeisteGruppen);
-    for (const std::pair<qint64, size_t>& eintrag : nachKraft)
+    for (const std::pair<qint64, size_t>& eintrag : nachKraft) {
         if (einteilen(block, tafeln_[eintrag.second], hoechstens)) gruppenfelder_.push_back(eintrag.second);
+        if (!weiter(qint64(block.zeilen))) return false;
+    }
     for (size_t f = 0; f < block.felder(); ++f) {
         const bool inGruppen = std::any_of(gruppenfelder_.begin(), gruppenfelder_.end(),
                                            [&](size_t t) { return tafeln_[t].feld == f; });
         if (!inGruppen && block.vorraete[f].gewicht() > 0) uebrige_.push_back(f);
     }
+    return true;
 }
 
 // Parts the groups by one more field, unless there would be too many.

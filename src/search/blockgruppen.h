@@ -26,11 +26,14 @@ struct Blocksicht {
     int wert(size_t zeile, size_t feld) const { return werte[zeile * felder() + feld]; }
 };
 
+// Told of the steps that were done; False to stop.
+using Weiter = std::function<bool(qint64 schritte)>;
+
 // The groups of a block. Every group has its rows in ascending order.
 class Blockgruppen {
   public:
     // False when `weiter` said so.
-    bool bilden(const Blocksicht& block, const std::function<bool()>& weiter);
+    bool bilden(const Blocksicht& block, const Weiter& weiter);
 
     size_t anzahl() const { return besetzung_.size(); }
     int gruppeVon(size_t zeile) const { return gruppeVon_[zeile]; }
@@ -47,8 +50,8 @@ class Blockgruppen {
 
   private:
     using Tafeln = std::vector<Gewinntafel>;
-    bool tafelnBerechnen(const Blocksicht& block, const std::function<bool()>& weiter);
-    void felderWaehlen(const Blocksicht& block);
+    bool tafelnBerechnen(const Blocksicht& block, const Weiter& weiter);
+    bool felderWaehlen(const Blocksicht& block, const Weiter& weiter);
     bool einteilen(const Blocksicht& block, const Gewinntafel& tafel, int hoechstens);
     void merkmaleAblegen(const Blocksicht& block);
     void restschrankenBerechnen(const Blocksicht& block);

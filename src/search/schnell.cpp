@@ -23,8 +23,8 @@ class Lauf {
         : block_(block), differenzieren_(differenzieren), schwelle_(schwelle), empfang_(empfang) {}
 
     bool ausfuehren() {
-        if (!gruppen_.bilden(block_, [this] { return schritte(64); })) return false;
-        ordnen();
+        if (!gruppen_.bilden(block_, [this](qint64 n) { return schritte(n); })) return false;
+        if (!ordnen()) return false;
         const qint64 breite = Scheibenbreite(qint64(block_.zeilen));
         for (qint64 anfang = 0; anfang < qint64(block_.zeilen) && gewollt_; anfang += breite) {
             const qint64 ende = std::min(anfang + breite, qint64(block_.zeilen));
@@ -50,7 +50,7 @@ class Lauf {
     }
 
     // Rows by group, side by side; the fields by what they can change.
-    void ordnen() {
+    bool ordnen() {
         uebrige_ = gruppen_.uebrige();
         std::stable_sort(uebrige_.begin(), uebrige_.end(), [this](size_t a, size_t b) {
             return block_.vorraete[a].gewicht() > block_.vorraete[b].gewicht();
@@ -69,7 +69,9 @@ class Lauf {
                 werte_.push_back(block_.wert(zeile, f));
                 schranken_.push_back(qint16(block_.vorraete[f].bestens(werte_.back())));
             }
+            if (!schritte(1)) return false;
         }
+        return true;
     }
 
     bool scheibe(qint64 anfang, qint64 ende, qint64 breite) {
