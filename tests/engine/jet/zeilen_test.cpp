@@ -263,7 +263,7 @@ TEST(JetWerte, ZuWenigeBytesSindBeschaedigt) {
                                                      {jet::kTypDatum, "00000000"}, {jet::kTypGuid, "0011"},
                                                      {jet::kTypDezimal, "00"},     {jet::kTypSingle, "00"}};
     for (const auto& [typ, hex] : faelle)
-        EXPECT_EQ(proben::fehlerVon([&] { wert(spalte(typ, 0), hex); }), kBeschaedigt) << int(typ);
+        EXPECT_EQ(proben::fehlerVon([&, typ = typ, hex = hex] { wert(spalte(typ, 0), hex); }), kBeschaedigt) << int(typ);
 }
 
 TEST(JetWerte, TypenVonJet3InDerDatei) {
