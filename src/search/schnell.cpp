@@ -49,10 +49,13 @@ class Lauf {
         return empfang_.atempause(std::exchange(entschieden_, 0));
     }
 
-    // Rows by group, side by side; the fields by what they can change.
+    // Rows by group, side by side; the fields with tables first, then by what they can change.
     bool ordnen() {
         uebrige_ = gruppen_.uebrige();
         std::stable_sort(uebrige_.begin(), uebrige_.end(), [this](size_t a, size_t b) {
+            const bool ohneTafelA = !gruppen_.tafel(a);
+            const bool ohneTafelB = !gruppen_.tafel(b);
+            if (ohneTafelA != ohneTafelB) return ohneTafelB;
             return block_.vorraete[a].gewicht() > block_.vorraete[b].gewicht();
         });
         platzVon_.resize(block_.zeilen);
