@@ -63,6 +63,11 @@ class AmProgramm(unittest.TestCase):
     def bis_suchoptionen(self, fern, datei, tabelle="Adressen"):
         """From the welcome page to frame 11. Returns the lines of the field list and the target's name."""
         self.bis_tabelle(fern, datei, tabelle)
+        return self.von_tabelle_bis_suchoptionen(fern, tabelle)
+
+    def von_tabelle_bis_suchoptionen(self, fern, tabelle):
+        """From frame 3 to frame 11. Returns the lines of the field list and the target's name."""
+        fern.setzen("lstTabellen", tabelle)
         fern.klicken("btnWeiter")
         fern.rahmen(5)
         fern.klicken("btnAuswahl_3")
