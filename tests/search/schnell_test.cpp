@@ -25,6 +25,7 @@ Paarliste woertlich(const FeldZuordnungen& zuordnungen, const std::vector<Zeile>
     const Vergleicher vergleicher(zuordnungen, differenzieren);
     Paarliste treffer;
     const int letzter = int(zeilen.size());
+    if (letzter == 0) return treffer;
     const int breite = int(std::log(letzter) / std::log(1.5) + 1);
     int position1 = 1;
     while (position1 <= letzter) {

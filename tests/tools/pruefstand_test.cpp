@@ -24,6 +24,11 @@ class Pruefstand : public Zeilenprogramm {
     }
 };
 
+// A list as a value: in braces alone, compilers disagree whether a list of one list is a copy.
+QJsonValue liste(const QJsonArray& werte) {
+    return werte;
+}
+
 // Numbers may differ in the last digits of a single-precision value; all else is equal or not.
 bool gleich(const QJsonValue& a, const QJsonValue& b) {
     if (a.isDouble() && b.isDouble()) return std::abs(a.toDouble() - b.toDouble()) <= 1e-7;
@@ -191,7 +196,7 @@ TEST_F(PruefstandDateien, KatalogNenntTabellenFelderUndIndexe) {
     ASSERT_EQ(adressen["indexe"].toArray().size(), 2);
     for (const QJsonValue& index : adressen["indexe"].toArray()) {
         const bool primaer = index["primaer"].toBool();
-        const QJsonArray felder{QJsonArray{primaer ? "Kundennummer" : "Nachname", false}};
+        const QJsonArray felder{liste({primaer ? "Kundennummer" : "Nachname", false})};
         EXPECT_EQ(index["felder"].toArray(), felder) << kurz(index).constData();
         EXPECT_EQ(index["eindeutig"].toBool(), primaer);
     }
@@ -218,10 +223,8 @@ TEST_F(PruefstandDateien, AbfrageWaehltUndLoescht) {
 TEST_F(PruefstandDateien, TabelleSchreibenUmbenennenLoeschen) {
     const QJsonArray felder{QJsonObject{{"name", "Nr"}, {"typ", 4}},
                             QJsonObject{{"name", "Text"}, {"typ", 10}, {"groesse", 20}}};
-    const QJsonArray index{QJsonObject{{"name", "P"},
-                                       {"felder", QJsonArray{QJsonArray{"Nr", false}}},
-                                       {"eindeutig", true},
-                                       {"primaer", true}}};
+    const QJsonArray index{QJsonObject{
+        {"name", "P"}, {"felder", QJsonArray{liste({"Nr", false})}}, {"eindeutig", true}, {"primaer", true}}};
     const QJsonArray zeilen{QJsonArray{2, "zwei"}, QJsonArray{1, QJsonValue::Null}};
     const QJsonObject tabelle{{"name", "Neu"}, {"felder", felder}, {"indexe", index}, {"zeilen", zeilen}};
     EXPECT_EQ(ergebnis("TabelleSchreiben", {tabelle}), QJsonValue(true));

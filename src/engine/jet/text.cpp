@@ -23,7 +23,7 @@ QString aus1252(QByteArrayView bytes) {
 
 QString ausUtf16(QByteArrayView bytes) {
     QString text(bytes.size() / 2, Qt::Uninitialized);
-    std::memcpy(text.data(), bytes.data(), size_t(text.size()) * 2);
+    if (!text.isEmpty()) std::memcpy(text.data(), bytes.data(), size_t(text.size()) * 2);
     return text;
 }
 
