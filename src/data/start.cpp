@@ -41,7 +41,7 @@ void ProgrammBeenden() {
 }
 
 void EinstellungenLaden() {
-    const QString pfad = ProgrammOrdner() + u'\\' + QStringLiteral("Einstellungen.CFG");
+    const QString pfad = ProgrammDatei(QStringLiteral("Einstellungen.CFG"));
     if (!DateiVorhanden(pfad)) return EinstellungenAnwenden(std::nullopt);
     // The tables stand before the file is opened, whatever becomes of it.
     EinstellungenAnwenden(QString());
@@ -55,4 +55,10 @@ QString ProgrammOrdner() {
 
 void ProgrammOrdnerSetzen(const QString& neuer) {
     ordner = neuer;
+}
+
+QString ProgrammDatei(const QString& name) {
+    const QString daneben = ProgrammOrdner() + u'\\' + name;
+    const QString installiert = ProgrammOrdner() + QStringLiteral("\\..\\share\\lindgarn\\") + name;
+    return !DateiVorhanden(daneben) && DateiVorhanden(installiert) ? installiert : daneben;
 }

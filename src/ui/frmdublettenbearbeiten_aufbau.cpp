@@ -7,6 +7,7 @@
 
 #include "ui/bausteine.h"
 #include "ui/frmdublettenbearbeiten.h"
+#include "ui/frmhilfe.h"
 
 namespace {
 
@@ -83,9 +84,6 @@ FrmDublettenBearbeiten::FrmDublettenBearbeiten(QWidget* eltern)
       lblStand(Neu<QLabel>(QStringLiteral("lblStand"))) {
     setObjectName(QStringLiteral("frmDublettenBearbeiten"));
     setWindowTitle(QStringLiteral(" Nachbearbeitung der Dubletten"));
-    // Help comes with its own window.
-    btnHilfe->setEnabled(false);
-    btnHilfe->setToolTip(QStringLiteral("In dieser Fassung noch nicht enthalten."));
     tmrAnsicht->setSingleShot(true);
     anordnen();
     verbinden();
@@ -157,4 +155,5 @@ void FrmDublettenBearbeiten::verbinden() {
             [this] { handeln([this] { btnÜbernehmen_Click(); }); });
     connect(btnFertig, &QPushButton::clicked, this, [this] { handeln([this] { btnFertig_Click(); }); });
     connect(btnAbbrechen, &QPushButton::clicked, this, [this] { btnAbbrechen_Click(); });
+    connect(btnHilfe, &QPushButton::clicked, this, [this] { HilfeZeigen(this); });
 }

@@ -3,34 +3,25 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDesktopServices>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMenuBar>
 #include <QShortcut>
-#include <QUrl>
 #include <QVBoxLayout>
 
 #include "data/start.h"
 #include "run/fortschritt.h"
 #include "run/rahmen.h"
 #include "run/zustand.h"
+#include "ui/anschriften.h"
 #include "ui/bausteine.h"
+#include "ui/frmhilfe.h"
+#include "ui/frminfo.h"
 
 namespace {
 
 constexpr int kKnopfstreifenTwips = 600;
 constexpr int kNachbearbeitungDubletten = 12;
-
-void internetseiteOeffnen() {
-    QDesktopServices::openUrl(QUrl(QStringLiteral("https://www.lindgarn.example/")));
-}
-
-void supportSchreiben() {
-    QDesktopServices::openUrl(
-        QUrl(QStringLiteral("mailto:support@lindgarn.example?Subject=Supportanfrage%20für%20'Lindgarn%201.0'"
-                            "&Body=Anfrage%20von%20%0D%0A")));
-}
 
 QPushButton* knopf(const QString& name, const QString& text) {
     auto* taste = Neu<QPushButton>(name, text);
@@ -42,11 +33,6 @@ QAction* eintrag(QMenu* menue, const QString& name, const QString& text) {
     QAction* aktion = menue->addAction(text);
     aktion->setObjectName(name);
     return aktion;
-}
-
-void nochNicht(QAction* aktion) {
-    aktion->setEnabled(false);
-    aktion->setToolTip(QStringLiteral("In dieser Fassung noch nicht enthalten."));
 }
 
 void trennen(QMenu* menue, const QString& name) {
@@ -84,9 +70,7 @@ FrmHaupt::FrmHaupt()
     connect(btnWeiter, &QPushButton::clicked, this, [] { WeiterGehen(); });
     connect(btnZurück, &QPushButton::clicked, this, [] { ZurueckGehen(); });
     connect(btnBeenden, &QPushButton::clicked, this, [this] { close(); });
-    // Help comes with its own window.
-    btnHilfe->setEnabled(false);
-    btnHilfe->setToolTip(QStringLiteral("In dieser Fassung noch nicht enthalten."));
+    connect(btnHilfe, &QPushButton::clicked, this, [this] { hilfeZeigen(); });
     connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this), &QShortcut::activated, this,
             [] { gSystemmeldungZeigen = !gSystemmeldungZeigen; });
 }
@@ -139,15 +123,16 @@ void FrmHaupt::menueAnlegen() {
             this, [this] { close(); });
     QMenu* information = menuBar()->addMenu(QStringLiteral("&?"));
     information->setObjectName(QStringLiteral("mnuInformation"));
-    information->setToolTipsVisible(true);
-    nochNicht(eintrag(information, QStringLiteral("mnuHilfe"), QStringLiteral("&Hilfe")));
+    connect(eintrag(information, QStringLiteral("mnuHilfe"), QStringLiteral("&Hilfe")), &QAction::triggered,
+            this, [this] { hilfeZeigen(); });
     trennen(information, QStringLiteral("mnuLeer1"));
     connect(eintrag(information, QStringLiteral("mnuInternetseite"), QStringLiteral("&Internetseite")),
-            &QAction::triggered, this, [] { internetseiteOeffnen(); });
+            &QAction::triggered, this, [] { InternetseiteOeffnen(); });
     connect(eintrag(information, QStringLiteral("mnuSupport"), QStringLiteral("&Support")),
-            &QAction::triggered, this, [] { supportSchreiben(); });
+            &QAction::triggered, this, [] { SupportSchreiben(); });
     trennen(information, QStringLiteral("mnuLeer2"));
-    nochNicht(eintrag(information, QStringLiteral("mnuInfo"), QStringLiteral("I&nfo")));
+    connect(eintrag(information, QStringLiteral("mnuInfo"), QStringLiteral("I&nfo")), &QAction::triggered,
+            this, [this] { FrmInfo(this).exec(); });
 }
 
 // The same margin to the left, to the right and at the bottom, and a strip for the buttons between frame and
@@ -158,6 +143,11 @@ void FrmHaupt::groesseFestlegen(QWidget* inhalt) {
     spalte->setContentsMargins(rand, rand / 2, rand, rand);
     const int streifen = PixelAusTwips(kKnopfstreifenTwips, this);
     spalte->setSpacing(std::max(0, streifen - btnWeiter->sizeHint().height()));
+}
+
+void FrmHaupt::hilfeZeigen() {
+    const Rahmen* rahmen = freRahmen(gRahmen);
+    HilfeZeigen(this, rahmen ? rahmen->title() : QString());
 }
 
 Rahmen* FrmHaupt::freRahmen(int nummer) const {

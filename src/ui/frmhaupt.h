@@ -51,6 +51,7 @@ class FrmHaupt : public QMainWindow {
     void rahmenAnlegen();
     QLayout* knopfleiste();
     void menueAnlegen();
+    void hilfeZeigen();
     void groesseFestlegen(QWidget* inhalt);
 
     QStackedWidget* stapel_;

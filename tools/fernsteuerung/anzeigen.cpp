@@ -9,9 +9,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QTableView>
-#include <QTextEdit>
 
 #include "befehle.h"
 #include "finden.h"
@@ -25,7 +25,7 @@ QString textVon(const QWidget* widget) {
     if (const auto* liste = qobject_cast<const QComboBox*>(widget)) return liste->currentText();
     if (const auto* kasten = qobject_cast<const QGroupBox*>(widget)) return kasten->title();
     if (const auto* balken = qobject_cast<const QProgressBar*>(widget)) return balken->text();
-    if (const auto* text = qobject_cast<const QTextEdit*>(widget)) return text->toPlainText();
+    if (const auto* text = qobject_cast<const QPlainTextEdit*>(widget)) return text->toPlainText();
     if (const auto* liste = qobject_cast<const QListWidget*>(widget))
         return liste->currentItem() ? liste->currentItem()->text() : QString();
     return widget->isWindow() ? widget->windowTitle() : QString();
