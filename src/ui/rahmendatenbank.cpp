@@ -79,7 +79,7 @@ RahmenDatenbank::RahmenDatenbank()
     gitter->addWidget(Beschriftung(QStringLiteral("&Datenbankname:"), tbxDatenbankName), 2, 0);
     gitter->addWidget(tbxDatenbankName, 2, 1);
     gitter->addWidget(btnDatenbankAuswählen, 2, 2);
-    gitter->addWidget(Beschriftung(QStringLiteral("&Passwort (falls benötigt):"), tbxDatenbankPasswort), 3,
+    gitter->addWidget(Beschriftung(QStringLiteral("Pass&wort (falls benötigt):"), tbxDatenbankPasswort), 3,
                       0);
     gitter->addWidget(tbxDatenbankPasswort, 3, 1);
     gitter->setRowStretch(4, 1);

@@ -1,0 +1,264 @@
+// The wizard's window: texts of every frame, menus, keys, buttons, closing.
+#include <QAction>
+#include <QGroupBox>
+#include <QLabel>
+#include <QMenuBar>
+#include <QSet>
+
+#include "ui/assistent.h"
+#include "ui/bausteine.h"
+
+namespace {
+
+QString ohneKuerzel(QString text) {
+    return text.remove(u'&');
+}
+
+struct Textfall {
+    int rahmen;
+    QString text;
+};
+
+TEST_F(Assistent, DieRahmenTragenIhreTitel) {
+    const std::pair<int, const char*> titel[] = {{0, ""},
+                                                 {1, " Sicherheitshinweis "},
+                                                 {2, " Auswahl der Datenbank "},
+                                                 {3, " Auswahl der Tabelle "},
+                                                 {4, " Auswahl der Zieltabelle "},
+                                                 {5, " Auswahl des Vorgangs "},
+                                                 {6, " Durchführung "},
+                                                 {7, " Zuordnung der Felder "},
+                                                 {11, " Suchoptionen "},
+                                                 {12, " Nachbearbeitung "},
+                                                 {13, " Protokoll "}};
+    for (const auto& [nummer, text] : titel) {
+        SCOPED_TRACE(nummer);
+        const Rahmen* rahmen = haupt().freRahmen(nummer);
+        ASSERT_NE(rahmen, nullptr);
+        EXPECT_EQ(rahmen->title(), QString::fromUtf8(text));
+    }
+    EXPECT_EQ(haupt().windowTitle(), u" Lindgarn");
+}
+
+TEST_F(Assistent, DieRahmenTragenIhreTexte) {
+    const std::pair<int, const char*> texte[] = {
+        {1, "Beachten sie bitte folgende Hinweise, welche generell für alle Datenbankanwendungen gelten:"},
+        {1,
+         "Vor jeder Benutzung der Software wird dringend empfohlen, die betreffende Datenbank zu sichern."},
+        {1, "Schließen sie alle Anwendungen, welche zur Zeit Zugriff auf die Datenbank haben."},
+        {2, "Wählen sie hier die zu bearbeitende Datenbank aus, oder geben sie deren Ort an."},
+        {2, "Datenbankname:"},
+        {2, "Passwort (falls benötigt):"},
+        {3, "Wählen sie die zu bearbeitende Tabelle."},
+        {3, "Tabelle löschen"},
+        {3, "Tabelle umbenennen"},
+        {4,
+         "Bestimmen sie den Namen der Tabelle, unter der die geänderte Tabelle gespeichert werden soll. Die "
+         "Ausgangstabelle wird nicht überschrieben. Aus Gründen der Sicherheit, zwecks Wiederherstellung des "
+         "ursprünglichen Zustandes, ist dies erforderlich."},
+        {4, "Daher muss der Name ein anderer sein als der der Ausgangstabelle."},
+        {4, "Korrgierte Tabelle speichern als:"},
+        {5, "Dubletten suchen"},
+        {5, "Mülldatensätze entfernen"},
+        {5, "Felder spitten"},
+        {5, "Felder verschmelzen"},
+        {5, "Datenabgleich"},
+        {5, "Daten hinzufügen"},
+        {6, "Fortschritt:"},
+        {7, "Wählen Sie die Felder aus"},
+        {7,
+         "Ordnen sie den Tabellenfeldern einen Inhalt zu. Korrigieren sie gegebenenfalls die vom Programm "
+         "vorgeschlagenen Inhalte (klicken mit der linken Maustaste). Genaue Angaben erhöhen den Erfolg der "
+         "Suche."},
+        {11, "1. Suche durchführen:"},
+        {11, "2. Suche durchführen:"},
+        {11, "3. Suche durchführen:"},
+        {11, "Nötige Über- einstimmung:"},
+        {11, "Sehr niedrig"},
+        {11, "niedrig"},
+        {11, "Sehr hoch"},
+        {11, "Quicksuch-Modus"},
+        {11, "Mehrere Ansprechpartner pro Unternehmen zulassen"},
+    };
+    for (const auto& [nummer, text] : texte) {
+        SCOPED_TRACE(text);
+        QStringList gezeigt;
+        for (const QLabel* label : haupt().freRahmen(nummer)->findChildren<QLabel*>())
+            gezeigt << ohneKuerzel(label->text());
+        for (const QAbstractButton* knopf : haupt().freRahmen(nummer)->findChildren<QAbstractButton*>())
+            gezeigt << ohneKuerzel(knopf->text());
+        EXPECT_TRUE(gezeigt.contains(QString::fromUtf8(text)));
+    }
+}
+
+TEST_F(Assistent, DieSechsVorgaengeStehenInIhrenSpaltenUndZeilen) {
+    bisVorgang();
+    // By index: column, row, the operation.
+    const int soll[6][3] = {{0, 1, 4}, {1, 1, 3}, {0, 0, 2}, {1, 0, 1}, {2, 0, 5}, {2, 1, 6}};
+    const auto& knoepfe = haupt().rahmenVorgang->btnAuswahl;
+    for (size_t i = 0; i < 6; ++i)
+        for (size_t j = 0; j < 6; ++j) {
+            const QPoint a = knoepfe[i]->geometry().center(), b = knoepfe[j]->geometry().center();
+            EXPECT_EQ(a.x() < b.x(), soll[i][0] < soll[j][0]) << i << " " << j;
+            EXPECT_EQ(a.y() < b.y(), soll[i][1] < soll[j][1]) << i << " " << j;
+        }
+    for (size_t i = 0; i < 6; ++i) EXPECT_EQ(knoepfe[i]->isEnabled(), LaufVorhanden(soll[i][2])) << i;
+}
+
+TEST_F(Assistent, DieMenues) {
+    QStringList eintraege;
+    for (const QAction* oben : haupt().menuBar()->actions()) {
+        eintraege << ohneKuerzel(oben->text());
+        for (const QAction* eintrag : oben->menu()->actions())
+            eintraege << eintrag->objectName() + u' ' + ohneKuerzel(eintrag->text());
+    }
+    EXPECT_EQ(eintraege, (QStringList{"Programm", "mnuBeenden Beenden", "?", "mnuHilfe Hilfe", "mnuLeer1 ",
+                                      "mnuInternetseite Internetseite", "mnuSupport Support", "mnuLeer2 ",
+                                      "mnuInfo Info"}));
+}
+
+TEST_F(Assistent, DieKnoepfeAmAnfang) {
+    EXPECT_EQ(gRahmen, 0);
+    EXPECT_EQ(ohneKuerzel(haupt().btnHilfe->text()), u"Hilfe");
+    EXPECT_EQ(haupt().btnZurück->text(), u"<<  Zurück");
+    EXPECT_EQ(haupt().btnWeiter->text(), u"Weiter  >>");
+    EXPECT_EQ(haupt().btnBeenden->text(), u"Beenden");
+    EXPECT_FALSE(haupt().btnHilfe->isVisible());
+    EXPECT_FALSE(haupt().btnZurück->isVisible());
+    weiter();
+    EXPECT_EQ(gRahmen, 1);
+    EXPECT_TRUE(haupt().btnHilfe->isVisible());
+    EXPECT_FALSE(haupt().btnZurück->isVisible());
+    weiter();
+    EXPECT_TRUE(haupt().btnZurück->isVisible());
+    zurueck();
+    EXPECT_EQ(gRahmen, 1);
+}
+
+TEST_F(Assistent, StrgFSchaltetDieSystemmeldungUm) {
+    QApplication::setActiveWindow(&haupt());
+    ASSERT_TRUE(gSystemmeldungZeigen);
+    QTest::keyClick(&haupt(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_FALSE(gSystemmeldungZeigen);
+    QTest::keyClick(&haupt(), Qt::Key_F, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_FALSE(gSystemmeldungZeigen);
+    QTest::keyClick(&haupt(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(gSystemmeldungZeigen);
+}
+
+TEST_F(Assistent, DieEingabetasteGehtWeiter) {
+    QTest::keyClick(&haupt(), Qt::Key_Return);
+    EXPECT_EQ(gRahmen, 1);
+    QTest::keyClick(&haupt(), Qt::Key_Enter);
+    EXPECT_EQ(gRahmen, 2);
+    haupt().rahmenDatenbank->tbxDatenbankName->setText(kopie());
+    QTest::keyClick(haupt().rahmenDatenbank->tbxDatenbankName, Qt::Key_Return);
+    EXPECT_EQ(gRahmen, 3);
+    tabelleWaehlen(QStringLiteral("Adressen"));
+    QTest::keyClick(haupt().rahmenTabelle->lstTabellen, Qt::Key_Return);
+    EXPECT_EQ(gRahmen, 5);
+}
+
+TEST_F(Assistent, AufDerVorgangsseiteGehtDieEingabetasteNichtWeiter) {
+    bisVorgang();
+    EXPECT_FALSE(haupt().btnWeiter->isVisible());
+    QTest::keyClick(&haupt(), Qt::Key_Return);
+    EXPECT_EQ(gRahmen, 5);
+}
+
+TEST_F(Assistent, SchliessenAufJedemRahmenBeendetOhneFrage) {
+    bisTabelle();
+    EXPECT_TRUE(haupt().close());
+    EXPECT_EQ(gDatenbank, nullptr);
+    EXPECT_FALSE(haupt().isVisible());
+}
+
+TEST_F(Assistent, BeendenOhneDatenbank) {
+    QTest::mouseClick(haupt().btnBeenden, Qt::LeftButton);
+    EXPECT_FALSE(haupt().isVisible());
+}
+
+TEST_F(Assistent, SchliessenWaehrendDerDurchfuehrungFragt) {
+    const QString frage = QStringLiteral("Wollen sie den aktuellen Vorgang wirklich abbrechen?");
+    RahmenWechseln(0, 6, false, true);
+    gAbbruch = false;
+    for (const Knopf antwort : {Knopf::Nein, Knopf::Ja}) {
+        erwarte(frage, antwort);
+        EXPECT_FALSE(haupt().close());
+        EXPECT_EQ(letzteMeldung().symbol, Symbol::Ausrufezeichen);
+        EXPECT_EQ(letzteMeldung().vorwahl, Knopf::Nein);
+        EXPECT_EQ(letzteMeldung().titel, QString());
+        EXPECT_EQ(gAbbruch, antwort == Knopf::Ja);
+        EXPECT_TRUE(haupt().isVisible());
+    }
+    gAbbruch = false;
+    erwarte(frage, Knopf::Ja);
+    EXPECT_EQ(haupt().btnZurück->text(), u"Abbrechen");
+    zurueck();
+    EXPECT_TRUE(gAbbruch);
+    gAbbruch = false;
+    RahmenWechseln(6, 1, false, true);
+    EXPECT_EQ(haupt().btnZurück->text(), u"<<  Zurück");
+}
+
+TEST_F(Assistent, LinksRechtsUndUntenIstDerRandGleich) {
+    const QWidget* mitte = haupt().centralWidget();
+    const Rahmen* rahmen = haupt().freRahmen(0);
+    const QRect innen(rahmen->mapTo(mitte, QPoint(0, 0)), rahmen->size());
+    const int rand = innen.left();
+    EXPECT_GT(rand, 0);
+    EXPECT_EQ(mitte->width() - (innen.right() + 1), rand);
+    const int knopfUnten = haupt().btnWeiter->mapTo(mitte, QPoint(0, haupt().btnWeiter->height())).y();
+    EXPECT_EQ(mitte->height() - knopfUnten, rand);
+    EXPECT_EQ(knopfUnten - (innen.bottom() + 1), PixelAusTwips(600, &haupt()));
+}
+
+TEST_F(Assistent, AlleRahmenFuellenDasselbeRechteck) {
+    const QRect rechteck = haupt().freRahmen(0)->geometry();
+    bisVorgang();
+    EXPECT_EQ(haupt().freRahmen(5)->geometry(), rechteck);
+}
+
+TEST_F(Assistent, DieFensterteileHabenNamenFuerHilfsmittel) {
+    for (const QWidget* teil : haupt().findChildren<QWidget*>()) {
+        if (teil->focusPolicy() == Qt::NoFocus || teil->objectName().isEmpty() ||
+            teil->objectName().startsWith(u"qt_"))
+            continue;
+        const auto* knopf = qobject_cast<const QAbstractButton*>(teil);
+        bool benannt = !teil->accessibleName().isEmpty() || (knopf && !knopf->text().isEmpty()) ||
+                       qobject_cast<const QGroupBox*>(teil);
+        for (const QLabel* label : haupt().findChildren<QLabel*>())
+            benannt = benannt || label->buddy() == teil;
+        EXPECT_TRUE(benannt) << qPrintable(teil->objectName());
+    }
+}
+
+QString kuerzelVon(const QString& text) {
+    const qsizetype stelle = text.indexOf(u'&');
+    if (stelle < 0 || stelle + 1 >= text.size() || text[stelle + 1] == u'&') return QString();
+    return text.mid(stelle + 1, 1).toUpper();
+}
+
+// Alt and a letter leads to one thing alone.
+TEST_F(Assistent, KuerzelSindAufJedemRahmenEindeutig) {
+    QStringList immer;
+    for (const QAction* menue : haupt().menuBar()->actions()) immer << kuerzelVon(menue->text());
+    for (const QPushButton* knopf :
+         {haupt().btnHilfe, haupt().btnZurück, haupt().btnWeiter, haupt().btnBeenden})
+        immer << kuerzelVon(knopf->text());
+    for (int nummer = 0; nummer < 100; ++nummer) {
+        const Rahmen* rahmen = haupt().freRahmen(nummer);
+        if (!rahmen) continue;
+        SCOPED_TRACE(nummer);
+        QStringList kuerzel = immer;
+        for (const QLabel* label : rahmen->findChildren<QLabel*>())
+            if (label->buddy()) kuerzel << kuerzelVon(label->text());
+        for (const QAbstractButton* knopf : rahmen->findChildren<QAbstractButton*>())
+            kuerzel << kuerzelVon(knopf->text());
+        kuerzel.removeAll(QString());
+        EXPECT_EQ(QSet<QString>(kuerzel.begin(), kuerzel.end()).size(), kuerzel.size())
+            << qPrintable(kuerzel.join(u' '));
+    }
+}
+
+}  // namespace

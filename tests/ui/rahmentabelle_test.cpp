@@ -1,0 +1,244 @@
+// Frames 2 and 3: opening a database; its tables, their details, deleting and renaming.
+#include "ui/assistent.h"
+
+namespace {
+
+using Datenbankwahl = Assistent;
+
+TEST_F(Datenbankwahl, EineDateiDieEsNichtGibt) {
+    bisDatenbank();
+    haupt().rahmenDatenbank->tbxDatenbankName->setText(ordner.filePath("fehlt.mdb"));
+    erwarte(QStringLiteral("Datei kann nicht geöffnet werden."));
+    weiter();
+    EXPECT_EQ(letzteMeldung().titel, u" Achtung!");
+    EXPECT_EQ(gRahmen, 2);
+    EXPECT_TRUE(haupt().freRahmen(2)->isVisible());
+}
+
+TEST_F(Datenbankwahl, DasPasswortBleibtVerborgen) {
+    EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankPasswort->echoMode(), QLineEdit::Password);
+}
+
+TEST_F(Datenbankwahl, EineDateiDieKeineDatenbankIst) {
+    const QString datei = ordner.filePath("unsinn.mdb");
+    QFile unsinn(datei);
+    ASSERT_TRUE(unsinn.open(QIODevice::WriteOnly));
+    unsinn.write("keine Datenbank");
+    unsinn.close();
+    bisDatenbank();
+    haupt().rahmenDatenbank->tbxDatenbankName->setText(datei);
+    int gemeldet = 0;
+    DialogantwortenSetzen({[&](const Meldung& meldung) {
+                               ++gemeldet;
+                               EXPECT_EQ(meldung.titel, u" Achtung!");
+                               return meldung.vorwahl;
+                           },
+                           {},
+                           {}});
+    weiter();
+    EXPECT_EQ(gemeldet, 1);
+    EXPECT_EQ(gRahmen, 2);
+}
+
+TEST_F(Datenbankwahl, DerDateidialogNenntDieFormateUndMerktDenOrdner) {
+    bisDatenbank();
+    QTest::mouseClick(haupt().rahmenDatenbank->btnDatenbankAuswählen, Qt::LeftButton);
+    ASSERT_EQ(dateifragen.size(), 1u);
+    EXPECT_EQ(dateifragen[0].filter,
+              (QStringList{"Alle Datendateien (*.mdb *.xls *.dbf)", "Microsoft Access Datenbank (*.mdb)",
+                           "Microsoft Excel Tabelle (*.xls)", "dBase 5 Datenbank (*.dbf)",
+                           "dBase IV Datenbank (*.dbf)", "dBase III Datenbank (*.dbf)"}));
+    EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankName->text(), QString());
+    dateiwahl = Dateiwahl{kopie(), 2};
+    QTest::mouseClick(haupt().rahmenDatenbank->btnDatenbankAuswählen, Qt::LeftButton);
+    EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankName->text(), dateiwahl->datei);
+    QTest::mouseClick(haupt().rahmenDatenbank->btnDatenbankAuswählen, Qt::LeftButton);
+    EXPECT_EQ(QDir(dateifragen[2].ordner), QDir(ordner.path()));
+}
+
+TEST_F(Datenbankwahl, ZurueckUndWeiterOeffnetNeu) {
+    bisTabelle();
+    const dao::Database* erste = gDatenbank.get();
+    tabelleAnlegen(QStringLiteral("Nur gedacht"), {"A"});
+    zurueck();
+    EXPECT_EQ(gRahmen, 2);
+    EXPECT_EQ(gDatenbank.get(), erste);
+    EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankName->text(), ordner.filePath("a.mdb"));
+    zurueck();
+    EXPECT_EQ(gRahmen, 1);
+    weiter();
+    weiter();
+    EXPECT_EQ(gRahmen, 3);
+}
+
+class Tabellenliste : public Assistent {
+  protected:
+    RahmenTabelle& seite() { return *haupt().rahmenTabelle; }
+    // Shows the list with further tables in it.
+    void mitTabellen(const std::function<void()>& anlegen) {
+        bisTabelle();
+        anlegen();
+        RahmenWechseln(3, 3, false, true);
+    }
+    void loeschen() { QTest::mouseClick(seite().cmdTabelleLöschen, Qt::LeftButton); }
+    void umbenennen() { QTest::mouseClick(seite().cmdTabelleUmbenennen, Qt::LeftButton); }
+    static QString loeschfrage(const QString& name) {
+        return QStringLiteral(
+                   "Sind sie sich sicher, dass sie die Tabelle \"%1\"\rinklusive sämtlicher enthaltener "
+                   "Datensätze löschen möchten?")
+            .arg(name);
+    }
+};
+
+TEST_F(Tabellenliste, NenntDieTabellenDerDateiOhneAuswahl) {
+    gVorgang = 4;
+    bisTabelle();
+    EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Interessenten"}));
+    EXPECT_TRUE(seite().lstTabellen->selectedItems().isEmpty());
+    EXPECT_EQ(seite().lblGröße->text(), QString());
+    EXPECT_EQ(seite().lblGeändert->text(), QString());
+    EXPECT_EQ(gVorgang, 0);
+}
+
+TEST_F(Tabellenliste, OhneBenutzertabelleIstSieLeer) {
+    mitTabellen([] {
+        gDatenbank->TableDefs().Delete(QStringLiteral("Adressen"));
+        gDatenbank->TableDefs().Delete(QStringLiteral("Interessenten"));
+    });
+    EXPECT_EQ(tabellen(), QStringList());
+    erwarte(QStringLiteral("Keine Tabelle ausgewählt."));
+    weiter();
+    EXPECT_EQ(gRahmen, 3);
+}
+
+TEST_F(Tabellenliste, ZeigtGroesseUndZeitDerGewaehlten) {
+    bisTabelle();
+    const QDateTime wann = gDatenbank->TableDefs().Item(QStringLiteral("Adressen")).LastUpdated();
+    tabelleWaehlen(QStringLiteral("Adressen"));
+    EXPECT_EQ(seite().lblGröße->text(), u"500 Datensätz(e)");
+    const QStringList monate{"Januar", "Februar", "März",      "April",   "Mai",      "Juni",
+                             "Juli",   "August",  "September", "Oktober", "November", "Dezember"};
+    const QTime uhr = wann.time();
+    EXPECT_EQ(seite().lblGeändert->text(),
+              QStringLiteral("Zuletzt geändert am :\n\n%1. %2 %3\num %4.%5%6 Uhr")
+                  .arg(wann.date().day())
+                  .arg(monate[wann.date().month() - 1])
+                  .arg(wann.date().year())
+                  .arg(uhr.hour())
+                  .arg(uhr.minute() < 10 ? QStringLiteral("0") : QString())
+                  .arg(uhr.minute()));
+}
+
+TEST_F(Tabellenliste, EineLeereTabelleHatTrotzdemEinDatum) {
+    mitTabellen([this] { tabelleAnlegen(QStringLiteral("Leer"), {"A"}, 0); });
+    tabelleWaehlen(QStringLiteral("Leer"));
+    EXPECT_EQ(seite().lblGröße->text(), u"Keine Datensätze vorhanden");
+    EXPECT_TRUE(seite().lblGeändert->text().startsWith(u"Zuletzt geändert am :"));
+    erwarte(QStringLiteral("Tabelle enthält keine Datensätze."));
+    weiter();
+    EXPECT_EQ(gRahmen, 3);
+}
+
+TEST_F(Tabellenliste, OhneAuswahlKeinWeiter) {
+    bisTabelle();
+    erwarte(QStringLiteral("Keine Tabelle ausgewählt."));
+    weiter();
+    EXPECT_EQ(letzteMeldung().titel, u" Achtung!");
+    EXPECT_EQ(gRahmen, 3);
+}
+
+TEST_F(Tabellenliste, LoeschenUndUmbenennenOhneAuswahlFragenNichts) {
+    bisTabelle();
+    erwarte(QStringLiteral("Keine Tabelle ausgewählt."));
+    loeschen();
+    erwarte(QStringLiteral("Keine Tabelle ausgewählt."));
+    umbenennen();
+    EXPECT_TRUE(eingabefragen.empty());
+}
+
+TEST_F(Tabellenliste, LoeschenMitNeinLaesstAllesStehen) {
+    bisTabelle();
+    tabelleWaehlen(QStringLiteral("Interessenten"));
+    const QString groesse = seite().lblGröße->text();
+    erwarte(loeschfrage(QStringLiteral("Interessenten")), Knopf::Nein);
+    loeschen();
+    EXPECT_EQ(letzteMeldung().symbol, Symbol::Information);
+    EXPECT_EQ(letzteMeldung().vorwahl, Knopf::Nein);
+    EXPECT_EQ(letzteMeldung().titel, QString());
+    EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Interessenten"}));
+    EXPECT_EQ(seite().lblGröße->text(), groesse);
+    EXPECT_EQ(seite().lstTabellen->selectedItems().value(0)->text(), u"Interessenten");
+}
+
+TEST_F(Tabellenliste, LoeschenMitJaLoeschtInDerDatei) {
+    bisTabelle();
+    tabelleWaehlen(QStringLiteral("Interessenten"));
+    erwarte(loeschfrage(QStringLiteral("Interessenten")), Knopf::Ja);
+    loeschen();
+    EXPECT_EQ(tabellen(), QStringList{"Adressen"});
+    EXPECT_EQ(seite().lblGröße->text(), QString());
+    EXPECT_EQ(seite().lblGeändert->text(), QString());
+    zurueck();
+    weiter();
+    EXPECT_EQ(tabellen(), QStringList{"Adressen"});
+}
+
+TEST_F(Tabellenliste, UmbenennenFragtMitLeererVorgabe) {
+    bisTabelle();
+    tabelleWaehlen(QStringLiteral("Interessenten"));
+    for (const std::optional<QString>& antwort :
+         {std::optional<QString>(), std::optional<QString>(QString())}) {
+        eingabe = antwort;
+        umbenennen();
+        EXPECT_EQ(eingabefragen.back().text, u"\"Interessenten\" umbennen in: ");
+        EXPECT_EQ(eingabefragen.back().titel, QString());
+        EXPECT_EQ(eingabefragen.back().vorgabe, QString());
+        EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Interessenten"}));
+        EXPECT_NE(seite().lblGröße->text(), QString());
+    }
+}
+
+TEST_F(Tabellenliste, NachDemUmbenennenIstNichtsGewaehlt) {
+    bisTabelle();
+    tabelleWaehlen(QStringLiteral("Interessenten"));
+    eingabe = QStringLiteral("Anfragen");
+    umbenennen();
+    EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Anfragen"}));
+    EXPECT_TRUE(seite().lstTabellen->selectedItems().isEmpty());
+    EXPECT_EQ(seite().lblGröße->text(), QString());
+    EXPECT_EQ(seite().lblGeändert->text(), QString());
+    zurueck();
+    weiter();
+    EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Anfragen"}));
+}
+
+TEST_F(Tabellenliste, EinVergebenerNameIstEinFehlerUndLaesstAllesStehen) {
+    bisTabelle();
+    tabelleWaehlen(QStringLiteral("Interessenten"));
+    eingabe = QStringLiteral("Adressen");
+    gSystemmeldungZeigen = false;
+    DialogantwortenSetzen(
+        {[](const Meldung& meldung) {
+             EXPECT_EQ(meldung.titel, u" Fehler!");
+             EXPECT_TRUE(meldung.text.startsWith(u"Fehler beim Umbenennen der Tabelle 'Interessenten'."));
+             return Knopf::Abbrechen;
+         },
+         [this](const Eingabefrage&) { return eingabe; },
+         {}});
+    gFehler = false;
+    umbenennen();
+    EXPECT_FALSE(gFehler);
+    EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Interessenten"}));
+}
+
+TEST_F(Tabellenliste, ZurueckVomVorgangLiestSieNeu) {
+    bisVorgang();
+    EXPECT_EQ(gAusgangsTabelle, u"Adressen");
+    tabelleAnlegen(QStringLiteral("Neu"), {"A"});
+    zurueck();
+    EXPECT_EQ(gRahmen, 3);
+    EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Interessenten", "Neu"}));
+    EXPECT_TRUE(seite().lstTabellen->selectedItems().isEmpty());
+}
+
+}  // namespace
