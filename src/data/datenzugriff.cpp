@@ -137,6 +137,20 @@ qint64 DatensaetzeZaehlen(dao::Recordset& satz) {
     return anzahl;
 }
 
+QStringList FeldNamen(const QString& tabelle) {
+    QStringList namen;
+    const dao::Fields& felder = Gesetzt(gDatenbank).TableDefs().Item(tabelle).Fields();
+    for (int i = 0; i < felder.Count(); ++i) namen << felder.Item(i).Name();
+    return namen;
+}
+
+QStringList TabellenNamen() {
+    QStringList namen;
+    for (const auto& tabelle : Gesetzt(gDatenbank).TableDefs())
+        if (tabelle->Attributes() == 0) namen << tabelle->Name();
+    return namen;
+}
+
 int TabelleVorhanden(const QString& name) {
     dao::TableDefs& tabellen = gDatenbank->TableDefs();
     const QString gesucht = Grossschrift(name);

@@ -7,6 +7,8 @@
 #include "run/rahmen.h"
 #include "run/zustand.h"
 #include "search/dublettensuche.h"
+#include "transform/splitten.h"
+#include "transform/verschmelzen.h"
 #include "ui/anwendung.h"
 
 namespace {
@@ -17,6 +19,8 @@ void formateAnschliessen() {
 
 void laeufeAnschliessen() {
     LaufEinstiegSetzen(1, [] { DublettensucheStarten(gAusgangsTabelle, gZielTabelle); });
+    LaufEinstiegSetzen(3, [] { SplittenStarten(gAusgangsTabelle, gZielTabelle); });
+    LaufEinstiegSetzen(4, [] { VerschmelzenStarten(gAusgangsTabelle, gZielTabelle); });
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 enum class Symbol { Keines, Information, Ausrufezeichen, Kritisch };
 enum class Knoepfe { Ok, JaNein, AbbrechenWiederholenIgnorieren };
@@ -24,6 +25,23 @@ struct Suchoptionen {
     int toleranz = 1;                   // sdrToleranz, 0 to 3
     bool quickSuche = false;
     bool ansprechpartnerDifferenzieren = false;
+};
+
+// The options of frame 31.
+struct Splittoptionen {
+    int typ = 0;  // ListIndex of cbxSplittenTypus, 0 to 5
+    QString feld1, feld2;
+    QString trennzeichen;  // counts for type 5
+    QString namen[3];      // of the new fields; the third one counts for types 2 and 4
+    bool loeschen = false;
+};
+
+// The options of frame 41.
+struct Verschmelzoptionen {
+    QString feld1, feld2;
+    QString name;                         // of the new field
+    std::optional<QString> trennzeichen;  // nothing: the values are joined without one
+    bool loeschen = false;
 };
 
 class Fenster {
@@ -63,6 +81,8 @@ class Fenster {
     virtual void sanduhr(bool an) = 0;  // hourglass pointer
 
     virtual Suchoptionen suchoptionen() = 0;
+    virtual Splittoptionen splittoptionen() = 0;
+    virtual Verschmelzoptionen verschmelzoptionen() = 0;
     // Loads frmDublettenBearbeiten and shows it modally; it sets `gAbbruch` or `gFehler` when it was not
     // confirmed, and `gAnzahlAngereichert` when it was.
     virtual void dublettenBearbeiten() = 0;

@@ -103,6 +103,14 @@ Suchoptionen FensterQt::suchoptionen() {
     return haupt_.rahmenSuche->optionen();
 }
 
+Splittoptionen FensterQt::splittoptionen() {
+    return haupt_.rahmenSplitten->optionen();
+}
+
+Verschmelzoptionen FensterQt::verschmelzoptionen() {
+    return haupt_.rahmenVerschmelzen->optionen();
+}
+
 void FensterQt::dublettenBearbeiten() {
     frmDublettenBearbeitenZeigen(&haupt_);
 }

@@ -33,6 +33,8 @@ class FensterQt : public Fenster {
     void neuZeichnen() override;
     void sanduhr(bool an) override;
     Suchoptionen suchoptionen() override;
+    Splittoptionen splittoptionen() override;
+    Verschmelzoptionen verschmelzoptionen() override;
     void dublettenBearbeiten() override;
 
   private:

@@ -17,6 +17,7 @@
 #include "ui/bausteine.h"
 #include "ui/frmhilfe.h"
 #include "ui/frminfo.h"
+#include "ui/rahmenfertig.h"
 
 namespace {
 
@@ -95,6 +96,10 @@ void FrmHaupt::rahmenAnlegen() {
     rahmenSuche = rahmenAufnehmen(new RahmenSuche);
     rahmenAufnehmen(new Rahmen(kNachbearbeitungDubletten, QStringLiteral(" Nachbearbeitung ")));
     rahmenProtokoll = rahmenAufnehmen(new RahmenProtokoll);
+    rahmenSplitten = rahmenAufnehmen(new RahmenSplitten);
+    rahmenAufnehmen(new RahmenFertig(32, QStringLiteral("Splitten erfolgreich abgeschlossen.")));
+    rahmenVerschmelzen = rahmenAufnehmen(new RahmenVerschmelzen);
+    rahmenAufnehmen(new RahmenFertig(42, QStringLiteral("Verschmelzen erfolgreich abgeschlossen.")));
 }
 
 QLayout* FrmHaupt::knopfleiste() {

@@ -12,8 +12,10 @@
 #include "ui/rahmenfelder.h"
 #include "ui/rahmenprotokoll.h"
 #include "ui/rahmensicherheit.h"
+#include "ui/rahmensplitten.h"
 #include "ui/rahmensuche.h"
 #include "ui/rahmentabelle.h"
+#include "ui/rahmenverschmelzen.h"
 #include "ui/rahmenvorgang.h"
 #include "ui/rahmenwillkommen.h"
 #include "ui/rahmenziel.h"
@@ -34,6 +36,8 @@ class FrmHaupt : public QMainWindow {
     RahmenFelder* rahmenFelder;
     RahmenSuche* rahmenSuche;
     RahmenProtokoll* rahmenProtokoll;
+    RahmenSplitten* rahmenSplitten;
+    RahmenVerschmelzen* rahmenVerschmelzen;
     QPushButton* btnHilfe;
     QPushButton* btnZurück;
     QPushButton* btnWeiter;

@@ -5,8 +5,8 @@
 #include <QHBoxLayout>
 #include <algorithm>
 
+#include "data/datenzugriff.h"
 #include "run/meldungen.h"
-#include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/bausteine.h"
 
@@ -36,13 +36,6 @@ constexpr Feldwahl kFeldwahl[kSuchen * kFelderJeSuche] = {
 int feldMit(const Feldwahl& wahl) {
     const int stelle = FeldMitArtFinden(gZuordnungenTabelle1, wahl.art);
     return stelle < 0 && wahl.ersatz ? FeldMitArtFinden(gZuordnungenTabelle1, wahl.ersatz) : stelle;
-}
-
-QStringList listeneintraege() {
-    QStringList eintraege{QStringLiteral("*** Unbenutzt ***")};
-    const dao::Fields& felder = Gesetzt(gDatenbank).TableDefs().Item(gAusgangsTabelle).Fields();
-    for (int i = 0; i < felder.Count(); ++i) eintraege.append(felder.Item(i).Name());
-    return eintraege;
 }
 
 QSlider* schieber(const QString& name, Qt::Orientation richtung, int kleinster, int groesster, int wert) {
@@ -144,7 +137,8 @@ void RahmenSuche::chkSucheDurchführen_Click(int suche) {
 }
 
 void RahmenSuche::fuellen() {
-    const QStringList eintraege = listeneintraege();
+    const QStringList eintraege =
+        QStringList{QStringLiteral("*** Unbenutzt ***")} + FeldNamen(gAusgangsTabelle);
     for (size_t i = 0; i < cbxSuchFeld.size(); ++i) {
         cbxSuchFeld[i]->clear();
         cbxSuchFeld[i]->addItems(eintraege);

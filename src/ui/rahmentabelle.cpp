@@ -88,8 +88,7 @@ void RahmenTabelle::tabellenAuflisten() {
     lstTabellen->clear();
     lblGeändert->clear();
     lblGröße->clear();
-    for (const auto& tabelle : Gesetzt(gDatenbank).TableDefs())
-        if (tabelle->Attributes() == 0) lstTabellen->addItem(tabelle->Name());
+    lstTabellen->addItems(TabellenNamen());
 }
 
 void RahmenTabelle::fuellen() {

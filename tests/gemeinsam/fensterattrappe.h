@@ -26,6 +26,8 @@ class Fensterattrappe : public Fenster {
     std::function<bool(int)> beimPruefen;      // may throw; without it every frame is well
     std::function<void()> beimNachbearbeiten;  // the review
     Suchoptionen optionen;
+    Splittoptionen splitten;
+    Verschmelzoptionen verschmelzen;
 
     std::vector<Meldung> meldungen;
     QStringList protokoll;      // frames and buttons in the order of the calls, "sichtbar 6 an"
@@ -61,6 +63,8 @@ class Fensterattrappe : public Fenster {
     void neuZeichnen() override { protokoll << QStringLiteral("neuZeichnen"); }
     void sanduhr(bool an) override { sanduhrAn = an; }
     Suchoptionen suchoptionen() override { return optionen; }
+    Splittoptionen splittoptionen() override { return splitten; }
+    Verschmelzoptionen verschmelzoptionen() override { return verschmelzen; }
     void dublettenBearbeiten() override;
 
   private:

@@ -1,6 +1,7 @@
 // The whole operation: passes, groups, enriched records, review, corrected table, and every way out.
 #include "search/dublettensuche.h"
 
+#include "fields/einstellungen.h"
 #include "search/anreicherung.h"
 #include "search/suchbank.h"
 
@@ -20,12 +21,6 @@ class Suche : public Suchbank {
     void starten() { DublettensucheStarten(quelle, ziel); }
     QStringList spalteZiel(const char16_t* feld) { return spalte(ziel, QString::fromUtf16(feld)); }
 };
-
-QStringList texte(std::initializer_list<const char16_t*> liste) {
-    QStringList ergebnis;
-    for (const char16_t* text : liste) ergebnis << QString::fromUtf16(text);
-    return ergebnis;
-}
 
 TEST_F(Suche, MembersAreMarkedAndAnEnrichedRecordIsProposed) {
     mitPaar();

@@ -30,7 +30,11 @@ TEST_F(Assistent, DieRahmenTragenIhreTitel) {
                                                  {7, " Zuordnung der Felder "},
                                                  {11, " Suchoptionen "},
                                                  {12, " Nachbearbeitung "},
-                                                 {13, " Protokoll "}};
+                                                 {13, " Protokoll "},
+                                                 {31, " Felder splitten "},
+                                                 {32, " Protokoll "},
+                                                 {41, " Felder verschmelzen "},
+                                                 {42, " Protokoll "}};
     for (const auto& [nummer, text] : titel) {
         SCOPED_TRACE(nummer);
         const Rahmen* rahmen = haupt().freRahmen(nummer);
@@ -79,6 +83,15 @@ TEST_F(Assistent, DieRahmenTragenIhreTexte) {
         {11, "Sehr hoch"},
         {11, "Quicksuch-Modus"},
         {11, "Mehrere Ansprechpartner pro Unternehmen zulassen"},
+        {31, "Machen sie bitte die folgenden Angaben:"},
+        {31, "Die Aufspaltung ist vom Typ:"},
+        {31, "Die neuen Felder heißen:"},
+        {41, "Machen sie bitte die folgenden Angaben:"},
+        {41, "Das Feld"},
+        {41, "soll mit dem Feld"},
+        {41, "zu einem einzigen Feld verschmolzen werden."},
+        {41, "Das neue Feld heißt:"},
+        {41, "Hierbei werden"},
     };
     for (const auto& [nummer, text] : texte) {
         SCOPED_TRACE(text);

@@ -17,4 +17,5 @@ void FeldartenAnmelden(Operationen& operationen);     // field kinds and setting
 void ZielAnmelden(Operationen& operationen);          // names of target tables, progress
 void AufbereitungAnmelden(Operationen& operationen);  // preparing a record
 void VergleichAnmelden(Operationen& operationen);     // measures, comparisons, groups
+void UmformungAnmelden(Operationen& operationen);     // split and merge
 void DateienAnmelden(Operationen& operationen);       // whole files, through the engine

@@ -31,6 +31,8 @@ class StummesFenster : public Fenster {
     void neuZeichnen() override {}
     void sanduhr(bool) override {}
     Suchoptionen suchoptionen() override { return {}; }
+    Splittoptionen splittoptionen() override { return {}; }
+    Verschmelzoptionen verschmelzoptionen() override { return {}; }
     void dublettenBearbeiten() override {}
 
   private:

@@ -45,7 +45,8 @@ class Fields {
     // The position of a name, -1 if there is none.
     int position(const QString& name) const;
     // Appends a field; in a table that exists, its rows get Null there. Raises 3190 over 255 fields, 3010
-    // for a name that exists and 3125 for an empty one.
+    // for a name that exists and 3125 for an empty one, in a table that exists also for one that the format
+    // does not take.
     void Append(Field feld);
     // Raises 3265 for an unknown name and 3280 when an index holds the field.
     void Delete(const QString& name);

@@ -58,6 +58,9 @@ class Datenbankdatei {
 
     // Whether the format takes this as a table's name (length, characters, not empty).
     virtual bool nameErlaubt(const QString& name) const = 0;
+
+    // Raises kUngueltigerName, with what to do, when the format does not take this as a field's name.
+    virtual void feldnamePruefen(const QString& name) const = 0;
 };
 
 }  // namespace engine

@@ -12,6 +12,7 @@
 #include "engine/jet/namen.h"
 #include "engine/jet/pruefer.h"
 #include "engine/jet/schreiber.h"
+#include "engine/jet/tabellenbau.h"
 #include "engine/jet/zeile.h"
 
 namespace jet {
@@ -186,6 +187,10 @@ engine::Hinweise MdbDatei::anwenden(const std::vector<engine::Aenderung>& aender
 
 bool MdbDatei::nameErlaubt(const QString& name) const {
     return tabellenNameErlaubt(name);
+}
+
+void MdbDatei::feldnamePruefen(const QString& name) const {
+    jet::feldnamePruefen(name);
 }
 
 std::unique_ptr<engine::Datenbankdatei> mdbOeffnen(const QString& pfad, const QString& passwort) {

@@ -22,6 +22,7 @@ class MdbDatei : public engine::Datenbankdatei {
     std::unique_ptr<engine::Zeilenquelle> zeilenLesen(const QString& tabelle) override;
     engine::Hinweise anwenden(const std::vector<engine::Aenderung>& aenderungen) override;
     bool nameErlaubt(const QString& name) const override;
+    void feldnamePruefen(const QString& name) const override;
 
   private:
     void unveraendertPruefen() const;

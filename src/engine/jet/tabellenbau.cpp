@@ -21,12 +21,15 @@ constexpr size_t kMaxIndexfelder = 10;
     throw EngineFehler(kSystemgrenze, text);
 }
 
+[[noreturn]] void ungueltig(const QString& was, const QString& name) {
+    throw EngineFehler(
+        kUngueltigerName,
+        u"Der %1 '%2' kann nicht verwendet werden. Wählen Sie einen Namen aus 1 bis 64 "
+        "Zeichen ohne ! . [ ] `, ohne Steuerzeichen und ohne Leerzeichen am Anfang."_qs.arg(was, name));
+}
+
 void namenPruefen(const QString& was, const QString& name, const std::vector<QString>& vorher) {
-    if (!feldNameErlaubt(name))
-        throw EngineFehler(
-            kUngueltigerName,
-            u"Der %1 '%2' kann nicht verwendet werden. Wählen Sie einen Namen aus 1 bis 64 "
-            "Zeichen ohne ! . [ ] `, ohne Steuerzeichen und ohne Leerzeichen am Anfang."_qs.arg(was, name));
+    if (!feldNameErlaubt(name)) ungueltig(was, name);
     for (const QString& v : vorher)
         if (v.compare(name, Qt::CaseInsensitive) == 0)
             throw EngineFehler(
@@ -144,6 +147,10 @@ void kartenAnlegen(Seitendatei& datei, Seitenvergabe& vergabe, const Zeilenschre
 }
 
 }  // namespace
+
+void feldnamePruefen(const QString& name) {
+    namenPruefen(u"Feldname"_qs, name, {});
+}
 
 void tabellenDefPruefen(const engine::TabellenDef& def) {
     felderPruefen(def);

@@ -9,6 +9,9 @@ namespace jet {
 
 class Seitenvergabe;
 
+// Raises kUngueltigerName for a name that no field may have.
+void feldnamePruefen(const QString& name);
+
 // Checks the limits of the format: names of fields and indexes, 1 to 255 fields, at most 32 indexes of at
 // most 10 fields. Raises kZuVieleFelder, kUngueltigerName, kNichtInListe, kSystemgrenze.
 void tabellenDefPruefen(const engine::TabellenDef& def);

@@ -64,6 +64,10 @@ class Speicherdatei : public engine::Datenbankdatei {
         return std::exchange(inhalt_.hinweise, {});
     }
 
+    void feldnamePruefen(const QString& name) const override {
+        if (name.contains(u'.')) throw EngineFehler(kUngueltigerName, QStringLiteral("Feldname mit Punkt."));
+    }
+
     bool nameErlaubt(const QString& name) const override {
         return !name.isEmpty() && name.size() <= 64 && !name.contains(u'!');
     }

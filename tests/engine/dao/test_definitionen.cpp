@@ -106,6 +106,19 @@ TEST_F(DefinitionenTest, NameDenDasFormatAblehntIst3125) {
     }
 }
 
+TEST_F(DefinitionenTest, FeldnameDenDasFormatAblehntIst3125) {
+    oeffnen();
+    auto def = db->CreateTableDef();
+    def->setName(QStringLiteral("Neu"));
+    def->Fields().Append(def->CreateField(QStringLiteral("a.b"), dao::dbLong));
+    EXPECT_EQ(nummerVon([&] { db->TableDefs().Append(std::move(def)); }), kUngueltigerName);
+    dao::TableDef& leer = tabelle(u"Leer");
+    const int vorher = leer.Fields().Count();
+    EXPECT_EQ(nummerVon([&] { leer.Fields().Append(leer.CreateField(QStringLiteral("a.b"), dao::dbLong)); }),
+              kUngueltigerName);
+    EXPECT_EQ(leer.Fields().Count(), vorher);
+}
+
 TEST_F(DefinitionenTest, IndexUeberUnbekanntemFeldIst3265) {
     oeffnen();
     auto def = db->CreateTableDef();
