@@ -5,23 +5,11 @@
 #include <QString>
 #include <memory>
 
+#include "data/steuerfelder.h"
 #include "engine/dao/recordset.h"
 #include "fields/feldarten.h"
 
-// The control columns and the states of a record.
-inline constexpr char16_t kTempDss[] = u"TEMP_DSS";  // state of the record
-inline constexpr char16_t kTempDsn[] = u"TEMP_DSN";  // its number, from 1
-inline constexpr char16_t kTempBn[] = u"TEMP_BN";    // its group, 0 for none
-inline constexpr char16_t kTempAmk[] = u"TEMP_AMK";  // remark
 inline constexpr char16_t kArbeitstabelle[] = u"TEMP_DS";
-
-enum Satzstatus : int {
-    kStatusNormal = 11,
-    kStatusAngereichert = 12,
-    kStatusDublette = 13,
-    kStatusAngereichertBleibt = 21,
-    kStatusDubletteBleibt = 22,
-};
 
 extern QString gSuchQuelle;             // name of the table that is searched
 extern QString gSuchZiel;               // name of the result table

@@ -1,7 +1,7 @@
 // The query texts of the duplicate review.
 #include "ui/dublettenabfragen.h"
 
-#include "search/suchzustand.h"
+#include "data/steuerfelder.h"
 
 namespace {
 

@@ -1,15 +1,12 @@
 // The duplicate review: the user decides record by record what stays.
 #include "ui/frmdublettenbearbeiten.h"
 
-#include <QCloseEvent>
-#include <QKeyEvent>
 #include <QStringList>
 
+#include "data/steuerfelder.h"
 #include "run/meldungen.h"
-#include "run/rahmen.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
-#include "search/suchzustand.h"
 #include "ui/bausteine.h"
 #include "ui/dublettenabfragen.h"
 
@@ -20,11 +17,6 @@ constexpr int kAnsichtMs = 10;
 
 QString feldname(const char16_t* name) {
     return QString::fromUtf16(name);
-}
-
-void schliessen(std::unique_ptr<dao::Recordset>& saetze) {
-    FehlerUebergehen([&] { Gesetzt(saetze).Close(); });
-    saetze.reset();
 }
 
 int steuerfelderZaehlen(dao::Recordset& saetze) {
@@ -71,7 +63,7 @@ bool FrmDublettenBearbeiten::laden() {
         [&] {
             gFehler = true;
             geladen = false;
-            entladen();
+            fensterEntladen();
         });
     if (geladen) SpaltenbreitenSchaetzen({dgdAngereichert, dgdDublette, dgdÜbernehmen}, 1);
     return geladen;
@@ -143,9 +135,9 @@ void FrmDublettenBearbeiten::dubletteNachfuehren() {
 }
 
 void FrmDublettenBearbeiten::tmrAnsicht_Timer() {
-    if (entladen_ || adoAngereichert->Eof()) return;
+    if (entladen() || adoAngereichert->Eof()) return;
     // The end of an action that is at work shows the duplicates anyway, unless it has nothing to do.
-    if (handelt_) return tmrAnsicht->start();
+    if (handelt()) return tmrAnsicht->start();
     Gesichert([this] {
         dublettenquelleSetzen();
         adoDublette->Refresh();
@@ -172,41 +164,17 @@ void FrmDublettenBearbeiten::btnFertig_Click() {
     if (adoÜbernehmen->RecordCount() == 0 && !alleLoeschenBestaetigt()) return;
     if (!loeschenBestaetigt()) return;
     gAnzahlAngereichert = qint32(Gesetzt(rsAngereichert_).RecordCount());
-    entladen();
+    fensterEntladen();
 }
 
-// May come in the middle of a move, which then finds the window unloaded and leaves everything alone.
-void FrmDublettenBearbeiten::btnAbbrechen_Click() {
-    if (entladen_) return;
-    FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
-    entladen();
-    gAbbruch = true;
+QList<QPushButton*> FrmDublettenBearbeiten::verschiebeknoepfe() const {
+    return {btnAngereichert, btnDublette, btnÜbernehmen};
 }
 
-void FrmDublettenBearbeiten::entladen() {
-    entladen_ = true;
+void FrmDublettenBearbeiten::saetzeSchliessen() {
     tmrAnsicht->stop();
     schliessen(rsAngereichert_);
     schliessen(rsÜbernehmen_);
-    done(0);
-}
-
-void FrmDublettenBearbeiten::reject() {}
-
-void FrmDublettenBearbeiten::closeEvent(QCloseEvent* ereignis) {
-    if (!entladen_) {
-        AbbruchErfragen();
-        if (gAbbruch) btnAbbrechen_Click();
-    }
-    ereignis->setAccepted(entladen_);
-}
-
-// Enter presses the button that has the focus and nothing else.
-void FrmDublettenBearbeiten::keyPressEvent(QKeyEvent* ereignis) {
-    if (ereignis->key() != Qt::Key_Return && ereignis->key() != Qt::Key_Enter)
-        return QDialog::keyPressEvent(ereignis);
-    ereignis->accept();
-    if (auto* knopf = dynamic_cast<QPushButton*>(focusWidget())) knopf->click();
 }
 
 void frmDublettenBearbeitenZeigen(QWidget* eltern) {

@@ -1,20 +1,12 @@
 // The duplicate review: the user decides record by record what stays.
 #pragma once
 
-#include <QDialog>
-#include <QLabel>
-#include <QPushButton>
 #include <QTimer>
-#include <functional>
-#include <memory>
 
-#include "engine/dao/recordset.h"
-#include "ui/datengitter.h"
-#include "ui/datensteuerung.h"
+#include "ui/nachbearbeitungsfenster.h"
 
-// Works on the state column of `gZielTabelle` in `gDatenbank`: each decision is a change of that one value,
-// committed at once. Needs a table with the control columns of a search.
-class FrmDublettenBearbeiten : public QDialog {
+// Needs a table with the control columns of a search.
+class FrmDublettenBearbeiten : public Nachbearbeitungsfenster {
   public:
     explicit FrmDublettenBearbeiten(QWidget* eltern = nullptr);
 
@@ -31,25 +23,17 @@ class FrmDublettenBearbeiten : public QDialog {
     QPushButton* btnAngereichert;
     QPushButton* btnDublette;
     QPushButton* btnÜbernehmen;
-    QPushButton* btnFertig;
-    QPushButton* btnAbbrechen;
-    QPushButton* btnHilfe;
     QTimer* tmrAnsicht;
     QLabel* lblGruppe;  // "Gruppe 12 von 340"
     QLabel* lblStand;   // how many records stand where
 
-    // Does nothing: a stray Escape must not end a run.
-    void reject() override;
-
   protected:
-    // The close button asks before it acts as btnAbbrechen.
-    void closeEvent(QCloseEvent* ereignis) override;
-    void keyPressEvent(QKeyEvent* ereignis) override;
+    void btnFertig_Click() override;
+    QList<QPushButton*> verschiebeknoepfe() const override;
+    void saetzeSchliessen() override;
+    void handlungBeendet() override { rsDublette_.reset(); }
 
   private:
-    using Statusregel = std::function<int(int)>;  // a record's new state from its old one
-
-    void anordnen();
     void verbinden();
 
     void angereichertAnzeigen();
@@ -71,24 +55,11 @@ class FrmDublettenBearbeiten : public QDialog {
     void btnAngereichert_Click();
     void btnDublette_Click();
     void btnÜbernehmen_Click();
-    void btnFertig_Click();
-    void btnAbbrechen_Click();
 
-    // Runs a user's action unless another one is at work.
-    void handeln(const std::function<void()>& aktion);
-    void inTransaktion(const std::function<void()>& schreiben);
-    void einenVerschieben(dao::Recordset& saetze, const Datensteuerung& daten, const Statusregel& regel);
-    // False when the window was unloaded meanwhile.
-    bool alleVerschieben(dao::Recordset& saetze, const Statusregel& regel);
-    void verschiebeknoepfe(bool aktiv);
-    void entladen();
-
-    std::unique_ptr<dao::Recordset> rsAngereichert_;
-    std::unique_ptr<dao::Recordset> rsÜbernehmen_;
-    std::unique_ptr<dao::Recordset> rsDublette_;
+    Saetze rsAngereichert_;
+    Saetze rsÜbernehmen_;
+    Saetze rsDublette_;
     qint16 nTempSpalten_ = 0;
-    bool handelt_ = false;
-    bool entladen_ = false;
 };
 
 // Loads the window and shows it modally until the user has decided. Sets `gAbbruch` or `gFehler` when it was

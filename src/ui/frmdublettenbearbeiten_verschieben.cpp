@@ -1,18 +1,11 @@
 // The moves of the duplicate review: one record or all of a list, each move in a transaction of its own.
-#include <QScopeGuard>
-
+#include "data/steuerfelder.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
-#include "search/suchzustand.h"
-#include "ui/bausteine.h"
 #include "ui/dublettenabfragen.h"
 #include "ui/frmdublettenbearbeiten.h"
 
 namespace {
-
-QString feldname(const char16_t* name) {
-    return QString::fromUtf16(name);
-}
 
 int angereichertUebernehmen(int) {
     return kStatusAngereichertBleibt;
@@ -34,66 +27,7 @@ int zuruecklegen(int status) {
     }
 }
 
-// Writes the state of the current record.
-void statusSchreiben(dao::Recordset& saetze, const std::function<int(int)>& regel) {
-    const Wert alt = saetze.Fields(feldname(kTempDss)).Value();
-    const int neu = regel(int(alt.alsZahl()));
-    saetze.Edit();
-    saetze.Fields(feldname(kTempDss)).setValue(neu);
-    saetze.Update();
-}
-
 }  // namespace
-
-// A failure of an action is told; what it wrote is taken back.
-void FrmDublettenBearbeiten::handeln(const std::function<void()>& aktion) {
-    if (handelt_ || entladen_) return;
-    handelt_ = true;
-    const auto fertig = qScopeGuard([this] {
-        handelt_ = false;
-        rsDublette_.reset();
-    });
-    Gesichert(aktion);
-}
-
-void FrmDublettenBearbeiten::inTransaktion(const std::function<void()>& schreiben) {
-    gArbeitsbereich->BeginTrans();
-    try {
-        schreiben();
-        // An unloaded window has rolled back already.
-        if (!entladen_) gArbeitsbereich->CommitTrans();
-    } catch (...) {
-        FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
-        throw;
-    }
-}
-
-void FrmDublettenBearbeiten::einenVerschieben(dao::Recordset& saetze, const Datensteuerung& daten,
-                                              const Statusregel& regel) {
-    inTransaktion([&] {
-        saetze.FindFirst(BedingungSatz(daten.Fields(feldname(kTempDsn)).alsText()));
-        if (!saetze.NoMatch()) statusSchreiben(saetze, regel);
-    });
-}
-
-bool FrmDublettenBearbeiten::alleVerschieben(dao::Recordset& saetze, const Statusregel& regel) {
-    verschiebeknoepfe(false);
-    const auto fertig = qScopeGuard([this] { verschiebeknoepfe(true); });
-    inTransaktion([&] {
-        saetze.MoveFirst();
-        while (!entladen_ && !saetze.Eof()) {
-            statusSchreiben(saetze, regel);
-            saetze.MoveNext();
-            DoEvents();
-        }
-    });
-    return !entladen_;
-}
-
-void FrmDublettenBearbeiten::verschiebeknoepfe(bool aktiv) {
-    for (QPushButton* knopf : {btnFertig, btnAngereichert, btnDublette, btnÜbernehmen})
-        knopf->setEnabled(aktiv);
-}
 
 void FrmDublettenBearbeiten::rechteMaustaste(Qt::MouseButton knopf,
                                              void (FrmDublettenBearbeiten::*verschieben)()) {
