@@ -4,6 +4,7 @@
 #include "data/start.h"
 #include "engine/dao/oeffner.h"
 #include "engine/jet/mdbdatei.h"
+#include "junk/muellsuche.h"
 #include "run/rahmen.h"
 #include "run/zustand.h"
 #include "search/dublettensuche.h"
@@ -19,6 +20,7 @@ void formateAnschliessen() {
 
 void laeufeAnschliessen() {
     LaufEinstiegSetzen(1, [] { DublettensucheStarten(gAusgangsTabelle, gZielTabelle); });
+    LaufEinstiegSetzen(2, [] { MuellsucheStarten(gAusgangsTabelle, gZielTabelle); });
     LaufEinstiegSetzen(3, [] { SplittenStarten(gAusgangsTabelle, gZielTabelle); });
     LaufEinstiegSetzen(4, [] { VerschmelzenStarten(gAusgangsTabelle, gZielTabelle); });
 }

@@ -27,6 +27,25 @@ struct Suchoptionen {
     bool ansprechpartnerDifferenzieren = false;
 };
 
+// The check boxes of frame 21, each with its value; only exactly 1 is set. A box that stands disabled keeps
+// its value, which counts.
+struct Muelloptionen {
+    int firmenname = 1;
+    int rechtsform = 0;
+    int branche = 0;
+    int postalisch = 1;
+    int hausnummer = 1;
+    int kontakt = 0;
+    int anrede = 0;
+    int vorname = 0;
+    int nachname = 1;
+    int abteilung = 0;
+    int telefon = 1;
+    int fax = 0;
+    int email = 0;
+    int internet = 0;
+};
+
 // The options of frame 31.
 struct Splittoptionen {
     int typ = 0;  // ListIndex of cbxSplittenTypus, 0 to 5
@@ -81,11 +100,15 @@ class Fenster {
     virtual void sanduhr(bool an) = 0;  // hourglass pointer
 
     virtual Suchoptionen suchoptionen() = 0;
+    virtual Muelloptionen muelloptionen() = 0;
     virtual Splittoptionen splittoptionen() = 0;
     virtual Verschmelzoptionen verschmelzoptionen() = 0;
     // Loads frmDublettenBearbeiten and shows it modally; it sets `gAbbruch` or `gFehler` when it was not
     // confirmed, and `gAnzahlAngereichert` when it was.
     virtual void dublettenBearbeiten() = 0;
+    // Loads frmMüllBearbeiten and shows it modally; it sets `gAbbruch` or `gFehler` when it was not
+    // confirmed.
+    virtual void muellBearbeiten() = 0;
 };
 
 // The one window. Set before anything of run/ is used; the caller keeps ownership.

@@ -70,7 +70,7 @@ void saetzeUmformen(Schritte& s, const Umformung& umformung) {
         satzUmformen(s, umformung);
         DoEvents();
         if (gAbbruch) return;
-        gFortschrittWert = qint32(++position);
+        gFortschrittWert = ++position;
     }
     FortschrittBeenden();
 }

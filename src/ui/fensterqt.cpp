@@ -6,6 +6,7 @@
 #include "ui/dialoge.h"
 #include "ui/frmdublettenbearbeiten.h"
 #include "ui/frmhaupt.h"
+#include "ui/frmmuellbearbeiten.h"
 
 Knopf FensterQt::meldungZeigen(const Meldung& meldung) {
     return MeldungAnzeigen(meldung);
@@ -103,6 +104,10 @@ Suchoptionen FensterQt::suchoptionen() {
     return haupt_.rahmenSuche->optionen();
 }
 
+Muelloptionen FensterQt::muelloptionen() {
+    return haupt_.rahmenMuell->optionen();
+}
+
 Splittoptionen FensterQt::splittoptionen() {
     return haupt_.rahmenSplitten->optionen();
 }
@@ -113,4 +118,8 @@ Verschmelzoptionen FensterQt::verschmelzoptionen() {
 
 void FensterQt::dublettenBearbeiten() {
     frmDublettenBearbeitenZeigen(&haupt_);
+}
+
+void FensterQt::muellBearbeiten() {
+    frmMüllBearbeitenZeigen(&haupt_);
 }

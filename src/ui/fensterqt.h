@@ -33,9 +33,11 @@ class FensterQt : public Fenster {
     void neuZeichnen() override;
     void sanduhr(bool an) override;
     Suchoptionen suchoptionen() override;
+    Muelloptionen muelloptionen() override;
     Splittoptionen splittoptionen() override;
     Verschmelzoptionen verschmelzoptionen() override;
     void dublettenBearbeiten() override;
+    void muellBearbeiten() override;
 
   private:
     FrmHaupt& haupt_;

@@ -2,7 +2,7 @@
 #include "data/steuerfelder.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
-#include "ui/dublettenabfragen.h"
+#include "ui/nachbearbeitungsabfragen.h"
 #include "ui/frmdublettenbearbeiten.h"
 
 namespace {

@@ -23,6 +23,7 @@ namespace {
 
 constexpr int kKnopfstreifenTwips = 600;
 constexpr int kNachbearbeitungDubletten = 12;
+constexpr int kNachbearbeitungMuell = 22;
 
 QPushButton* knopf(const QString& name, const QString& text) {
     auto* taste = Neu<QPushButton>(name, text);
@@ -94,10 +95,12 @@ void FrmHaupt::rahmenAnlegen() {
     rahmenDurchfuehrung = rahmenAufnehmen(new RahmenDurchfuehrung);
     rahmenFelder = rahmenAufnehmen(new RahmenFelder);
     rahmenSuche = rahmenAufnehmen(new RahmenSuche);
-    rahmenAufnehmen(new Rahmen(kNachbearbeitungDubletten, QStringLiteral(" Nachbearbeitung ")));
-    rahmenProtokoll = rahmenAufnehmen(new RahmenProtokoll);
+    rahmenMuell = rahmenAufnehmen(new RahmenMuell);
     rahmenSplitten = rahmenAufnehmen(new RahmenSplitten);
     rahmenAufnehmen(new RahmenFertig(32, QStringLiteral("Splitten erfolgreich abgeschlossen.")));
+    for (const int nummer : {kNachbearbeitungDubletten, kNachbearbeitungMuell})
+        rahmenAufnehmen(new Rahmen(nummer, QStringLiteral(" Nachbearbeitung ")));
+    for (const Protokollart& art : Protokollarten()) rahmenAufnehmen(new RahmenProtokoll(art));
     rahmenVerschmelzen = rahmenAufnehmen(new RahmenVerschmelzen);
     rahmenAufnehmen(new RahmenFertig(42, QStringLiteral("Verschmelzen erfolgreich abgeschlossen.")));
 }

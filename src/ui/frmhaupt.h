@@ -10,6 +10,7 @@
 #include "ui/rahmendatenbank.h"
 #include "ui/rahmendurchfuehrung.h"
 #include "ui/rahmenfelder.h"
+#include "ui/rahmenmuell.h"
 #include "ui/rahmenprotokoll.h"
 #include "ui/rahmensicherheit.h"
 #include "ui/rahmensplitten.h"
@@ -35,7 +36,7 @@ class FrmHaupt : public QMainWindow {
     RahmenDurchfuehrung* rahmenDurchfuehrung;
     RahmenFelder* rahmenFelder;
     RahmenSuche* rahmenSuche;
-    RahmenProtokoll* rahmenProtokoll;
+    RahmenMuell* rahmenMuell;
     RahmenSplitten* rahmenSplitten;
     RahmenVerschmelzen* rahmenVerschmelzen;
     QPushButton* btnHilfe;

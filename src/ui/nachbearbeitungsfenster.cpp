@@ -15,7 +15,7 @@
 #include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/bausteine.h"
-#include "ui/dublettenabfragen.h"
+#include "ui/nachbearbeitungsabfragen.h"
 #include "ui/frmhilfe.h"
 
 namespace {

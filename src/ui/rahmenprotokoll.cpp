@@ -1,4 +1,4 @@
-// Frame 13: the result of a search for duplicates.
+// Frames 13, 23, 53 and 63: the result of a run in bars and figures.
 #include "ui/rahmenprotokoll.h"
 
 #include <QGridLayout>
@@ -10,6 +10,9 @@
 
 namespace {
 
+// Source, found, result.
+const QColor kFarben[] = {QColor(0x4f, 0x7c, 0xac), QColor(0xc0, 0x57, 0x46), QColor(0x5b, 0x8c, 0x5a)};
+
 qint64 datensaetzeVon(const QString& tabelle) {
     const std::unique_ptr<dao::Recordset> satz = Gesetzt(gDatenbank).OpenRecordset(tabelle);
     const qint64 anzahl = DatensaetzeZaehlen(*satz);
@@ -17,54 +20,35 @@ qint64 datensaetzeVon(const QString& tabelle) {
     return anzahl;
 }
 
-QLabel* zahlenfeld(int nummer) {
-    return Textfeld(QString(), QStringLiteral("lblDubletten%1").arg(nummer));
-}
-
-Balken* balken(int nummer, const QColor& farbe) {
-    return new Balken(QStringLiteral("shpDubletten%1").arg(nummer), farbe);
-}
-
 }  // namespace
 
-RahmenProtokoll::RahmenProtokoll()
-    : Rahmen(13, QStringLiteral(" Protokoll ")),
-      shpDubletten1(balken(1, QColor(0x4f, 0x7c, 0xac))),
-      shpDubletten2(balken(2, QColor(0xc0, 0x57, 0x46))),
-      shpDubletten3(balken(3, QColor(0x5b, 0x8c, 0x5a))),
-      lblDubletten1(zahlenfeld(1)),
-      lblDubletten2(zahlenfeld(2)),
-      lblDubletten3(zahlenfeld(3)),
-      lblDublettenVerunreinigung(Textfeld(QString(), QStringLiteral("lblDublettenVerunreinigung"))) {
-    QFont gross = lblDublettenVerunreinigung->font();
-    gross.setPointSizeF(gross.pointSizeF() * 1.4);
-    lblDublettenVerunreinigung->setFont(gross);
-    lblDublettenVerunreinigung->setAlignment(Qt::AlignRight);
-
+RahmenProtokoll::RahmenProtokoll(const Protokollart& art)
+    : Rahmen(art.rahmen, QStringLiteral(" Protokoll ")), art_(art) {
     auto* gitter = new QGridLayout(this);
     gitter->setVerticalSpacing(fontMetrics().height());
     gitter->setHorizontalSpacing(fontMetrics().height());
-    int zeile = 0;
-    for (const auto& [form, text] :
-         {std::pair{shpDubletten1, lblDubletten1}, std::pair{shpDubletten2, lblDubletten2},
-          std::pair{shpDubletten3, lblDubletten3}}) {
-        gitter->addWidget(form, zeile, 0);
-        gitter->addWidget(text, zeile++, 1);
+    for (size_t i = 0; i < balken_.size(); ++i) {
+        const QString endung = art.stamm + QString::number(i + 1);
+        balken_[i] = new Balken(QStringLiteral("shp") + endung, kFarben[i]);
+        texte_[i] = Textfeld(QString(), QStringLiteral("lbl") + endung);
+        gitter->addWidget(balken_[i], int(i), 0);
+        gitter->addWidget(texte_[i], int(i), 1);
     }
-    gitter->addWidget(lblDublettenVerunreinigung, zeile, 0);
-    gitter->setRowStretch(zeile + 1, 1);
+    QLabel* unten = texte_[3] = Textfeld(QString(), art.letztesLabel);
+    QFont gross = unten->font();
+    gross.setPointSizeF(gross.pointSizeF() * 1.4);
+    unten->setFont(gross);
+    unten->setAlignment(Qt::AlignRight);
+    gitter->addWidget(unten, 3, 0);
+    gitter->setRowStretch(4, 1);
     gitter->setColumnStretch(0, 3);
     gitter->setColumnStretch(1, 2);
 }
 
 void RahmenProtokoll::fuellen() {
-    const qint64 gesamt = datensaetzeVon(gAusgangsTabelle);
-    const qint64 nach = datensaetzeVon(gZielTabelle);
-    shpDubletten2->anteilSetzen(double(gDublettenAnzahl) / double(gesamt));
-    shpDubletten3->anteilSetzen(double(nach) / double(gesamt));
-    lblDubletten1->setText(QStringLiteral("%1 Datensätze").arg(gesamt));
-    lblDubletten2->setText(QStringLiteral("%1 Dubletten").arg(gDublettenAnzahl));
-    lblDubletten3->setText(QStringLiteral("%1 Datensätze nach Korrektur").arg(nach));
-    const int prozent = int(double(gDublettenAnzahl - gAnzahlAngereichert) / double(gesamt) * 100);
-    lblDublettenVerunreinigung->setText(QStringLiteral("%1% Verunreinigung").arg(prozent));
+    const Protokollzahlen zahlen =
+        art_.zahlen({datensaetzeVon(gAusgangsTabelle), datensaetzeVon(gZielTabelle), gDublettenAnzahl,
+                     gAnzahlAngereichert, gMuellAnzahl});
+    for (size_t i = 0; i < balken_.size(); ++i) balken_[i]->anteilSetzen(zahlen.anteile[i]);
+    for (size_t i = 0; i < texte_.size(); ++i) texte_[i]->setText(zahlen.texte[i]);
 }

@@ -26,6 +26,7 @@ class Fensterattrappe : public Fenster {
     std::function<bool(int)> beimPruefen;      // may throw; without it every frame is well
     std::function<void()> beimNachbearbeiten;  // the review
     Suchoptionen optionen;
+    Muelloptionen muell;
     Splittoptionen splitten;
     Verschmelzoptionen verschmelzen;
 
@@ -63,9 +64,11 @@ class Fensterattrappe : public Fenster {
     void neuZeichnen() override { protokoll << QStringLiteral("neuZeichnen"); }
     void sanduhr(bool an) override { sanduhrAn = an; }
     Suchoptionen suchoptionen() override { return optionen; }
+    Muelloptionen muelloptionen() override { return muell; }
     Splittoptionen splittoptionen() override { return splitten; }
     Verschmelzoptionen verschmelzoptionen() override { return verschmelzen; }
     void dublettenBearbeiten() override;
+    void muellBearbeiten() override { dublettenBearbeiten(); }
 
   private:
     struct Antwort {

@@ -22,6 +22,7 @@ STOCKWERK = {
     "run": 6,
     "data": 7,
     "search": 8,
+    "junk": 8,
     "transform": 8,
     "ui": 9,
     "programm": 10,

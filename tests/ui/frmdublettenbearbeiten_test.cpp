@@ -3,8 +3,8 @@
 
 #include <QTimer>
 
-#include "ui/dublettenabfragen.h"
 #include "ui/nachbearbeitung.h"
+#include "ui/nachbearbeitungsabfragen.h"
 
 namespace {
 

@@ -134,11 +134,10 @@ TEST_F(Suche, DasProtokollZeichnetDieAnteile) {
     RahmenWechseln(3, 13, false, true);
     EXPECT_EQ(haupt().btnWeiter->text(), u"Fertig");
     EXPECT_FALSE(haupt().btnZurück->isVisible());
-    RahmenProtokoll& protokoll = *haupt().rahmenProtokoll;
-    EXPECT_EQ(protokoll.lblDubletten1->text(), u"500 Datensätze");
-    EXPECT_EQ(protokoll.lblDubletten2->text(), u"124 Dubletten");
-    EXPECT_EQ(protokoll.lblDubletten3->text(), u"433 Datensätze nach Korrektur");
-    EXPECT_EQ(protokoll.lblDublettenVerunreinigung->text(), u"13% Verunreinigung");
+    EXPECT_EQ(finde<QLabel>("lblDubletten1")->text(), u"500 Datensätze");
+    EXPECT_EQ(finde<QLabel>("lblDubletten2")->text(), u"124 Dubletten");
+    EXPECT_EQ(finde<QLabel>("lblDubletten3")->text(), u"433 Datensätze nach Korrektur");
+    EXPECT_EQ(finde<QLabel>("lblDublettenVerunreinigung")->text(), u"13% Verunreinigung");
     const QRect ganz = finde<QFrame>("shpDubletten1")->geometry();
     EXPECT_GT(ganz.width(), 100);
     const std::pair<const char*, double> anteile[] = {{"shpDubletten2", 124.0 / 500},

@@ -31,12 +31,17 @@ class StummesFenster : public Fenster {
     void neuZeichnen() override {}
     void sanduhr(bool) override {}
     Suchoptionen suchoptionen() override { return {}; }
+    Muelloptionen muelloptionen() override { return muelloptionen_; }
     Splittoptionen splittoptionen() override { return {}; }
     Verschmelzoptionen verschmelzoptionen() override { return {}; }
     void dublettenBearbeiten() override {}
+    void muellBearbeiten() override {}
+
+    void muelloptionenSetzen(const Muelloptionen& optionen) { muelloptionen_ = optionen; }
 
   private:
     QString meldung_;
+    Muelloptionen muelloptionen_;
 };
 
 // The one of this tool, set as the program's window.

@@ -1,5 +1,5 @@
-// The query texts of the duplicate review.
-#include "ui/dublettenabfragen.h"
+// The query texts of the two review windows.
+#include "ui/nachbearbeitungsabfragen.h"
 
 #include "data/steuerfelder.h"
 
@@ -73,6 +73,22 @@ QString AnzeigeDubletteLeer(const QString& tabelle) {
 
 QString AnzeigeDubletteLeerNachZeilenwechsel(const QString& tabelle) {
     return anmerkungUndAlles(tabelle) + wo(QStringLiteral("1=2"));
+}
+
+QString AbfrageMuell(const QString& tabelle) {
+    return alles(tabelle) + u' ' + wo(statusGleich(kStatusMuell));
+}
+
+QString AnzeigeMuell(const QString& tabelle) {
+    return anmerkungUndAlles(tabelle) + wo(statusGleich(kStatusMuell));
+}
+
+QString AbfrageMuellBleibt(const QString& tabelle) {
+    return alles(tabelle) + u' ' + wo(statusGleich(kStatusMuellBleibt));
+}
+
+QString AnzeigeMuellBleibt(const QString& tabelle) {
+    return anmerkungUndAlles(tabelle) + wo(statusGleich(kStatusMuellBleibt));
 }
 
 QString BedingungSatz(const QString& satznummer) {

@@ -1,4 +1,4 @@
-// The query texts of the duplicate review, exactly as they are sent.
+// The query texts of the two review windows, exactly as they are sent.
 #pragma once
 
 #include <QString>
@@ -12,5 +12,9 @@ QString AbfrageDublette(const QString& tabelle, const QString& gruppe);  // rsDu
 QString AnzeigeDublette(const QString& tabelle, const QString& gruppe);  // adoDublette
 QString AnzeigeDubletteLeer(const QString& tabelle);                     // the same from a refresh
 QString AnzeigeDubletteLeerNachZeilenwechsel(const QString& tabelle);    // and from a row change
+QString AbfrageMuell(const QString& tabelle);                            // rsMüll
+QString AnzeigeMuell(const QString& tabelle);                            // adoMüll
+QString AbfrageMuellBleibt(const QString& tabelle);                      // rsÜbernehmen of the junk review
+QString AnzeigeMuellBleibt(const QString& tabelle);                      // its adoÜbernehmen
 // The condition that finds one record by its TEMP_DSN.
 QString BedingungSatz(const QString& satznummer);
