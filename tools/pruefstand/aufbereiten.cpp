@@ -1,9 +1,10 @@
-// Preparing a record, in a work table of its own.
+// What needs a record of a table: preparing it, and checking it for junk.
 #include <QTemporaryDir>
-#include <algorithm>
 
+#include "data/steuerfelder.h"
 #include "engine/dao/workspace.h"
 #include "engine/jet/anlegen.h"
+#include "junk/muellpruefung.h"
 #include "operationen.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
@@ -52,12 +53,20 @@ std::vector<Spalte> spaltenAus(const QJsonArray& liste) {
     return spalten;
 }
 
-void tabelleAnlegen(dao::Database& datenbank, const QString& name, const std::vector<Spalte>& spalten) {
-    auto tabelle = datenbank.CreateTableDef();
+dao::Database& datenbank() {
+    static const Werkstatt werkstatt;
+    return *werkstatt.datenbank;
+}
+
+// A table with these fields in the place of the last one.
+std::unique_ptr<dao::Recordset> tabelleAnlegen(const std::vector<engine::FeldDef>& felder) {
+    const QString name = QString::fromUtf16(kTabelle);
+    FehlerUebergehen([&] { datenbank().TableDefs().Delete(name); });
+    auto tabelle = datenbank().CreateTableDef();
     tabelle->setName(name);
-    for (const Spalte& spalte : spalten)
-        if (!FeldIgnoriert(spalte.zuordnung)) tabelle->Fields().Append(dao::Field(spalte.def));
-    datenbank.TableDefs().Append(std::move(tabelle));
+    for (const engine::FeldDef& feld : felder) tabelle->Fields().Append(dao::Field(feld));
+    datenbank().TableDefs().Append(std::move(tabelle));
+    return datenbank().OpenRecordset(name);
 }
 
 QJsonArray aufbereiten(dao::Recordset& satz, const std::vector<Spalte>& spalten) {
@@ -73,23 +82,63 @@ QJsonArray aufbereiten(dao::Recordset& satz, const std::vector<Spalte>& spalten)
 }
 
 QJsonValue datensatzAufbereiten(const Argumente& a) {
-    static const Werkstatt werkstatt;
     const std::vector<Spalte> spalten = spaltenAus(a.liste(0));
     FensterSetzen(&stummesFenster());
     gFehler = false;
     gSuchZuordnung.clear();
-    for (const Spalte& spalte : spalten) gSuchZuordnung.push_back(spalte.zuordnung);
-    const bool leer = std::all_of(spalten.begin(), spalten.end(),
-                                  [](const Spalte& s) { return FeldIgnoriert(s.zuordnung); });
-    if (leer) return QJsonArray();
-    const QString name = QString::fromUtf16(kTabelle);
-    FehlerUebergehen([&] { werkstatt.datenbank->TableDefs().Delete(name); });
-    tabelleAnlegen(*werkstatt.datenbank, name, spalten);
-    return aufbereiten(*werkstatt.datenbank->OpenRecordset(name), spalten);
+    std::vector<engine::FeldDef> felder;
+    for (const Spalte& spalte : spalten) {
+        gSuchZuordnung.push_back(spalte.zuordnung);
+        if (!FeldIgnoriert(spalte.zuordnung)) felder.push_back(spalte.def);
+    }
+    return felder.empty() ? QJsonArray() : aufbereiten(*tabelleAnlegen(felder), spalten);
+}
+
+engine::FeldDef steuerfeld(const char16_t* name, int typ, int groesse) {
+    engine::FeldDef feld;
+    feld.name = QString::fromUtf16(name);
+    feld.typ = typ;
+    feld.groesse = groesse;
+    feld.leerErlaubt = true;
+    return feld;
+}
+
+Muelloptionen muelloptionenAus(const QJsonObject& kaestchen) {
+    const auto wert = [&](const char* name) { return kaestchen[QLatin1String(name)].toInt(); };
+    return {wert("chkFirmenname"), wert("chkRechtsform"), wert("chkBranche"), wert("chkPostalisch"),
+            wert("chkHausnummer"), wert("chkKontakt"),    wert("chkAnrede"),  wert("chkVorname"),
+            wert("chkNachname"),   wert("chkAbteilung"),  wert("chkTelefon"), wert("chkFax"),
+            wert("chkEmail"),      wert("chkInternet")};
+}
+
+QJsonValue datensatzEntmuellen(const Argumente& a) {
+    const std::vector<Spalte> spalten = spaltenAus(a.liste(0));
+    FensterSetzen(&stummesFenster());
+    stummesFenster().muelloptionenSetzen(muelloptionenAus(a.objekt(1)));
+    gFehler = false;
+    gZuordnungenTabelle1.clear();
+    std::vector<engine::FeldDef> felder;
+    for (const Spalte& spalte : spalten) {
+        gZuordnungenTabelle1.push_back(spalte.zuordnung);
+        felder.push_back(spalte.def);
+    }
+    gFeldAnzahl = qint16(spalten.size());
+    felder.push_back(steuerfeld(kTempDss, dao::dbByte, 1));
+    felder.push_back(steuerfeld(kTempAmk, dao::dbText, 200));
+    const auto satz = tabelleAnlegen(felder);
+    satz->AddNew();
+    for (size_t i = 0; i < spalten.size(); ++i) satz->Fields(int(i)).setValue(spalten[i].wert);
+    satz->Fields(QString::fromUtf16(kTempDss)).setValue(int(kStatusNormal));
+    satz->Fields(QString::fromUtf16(kTempAmk)).setValue(QString());
+    DatensatzEntmuellen(*satz);
+    if (gFehler) throw Bedienfehler(stummesFenster().meldungAbholen());
+    return QJsonObject{{"TEMP_DSS", JsonAusWert(satz->Fields(QString::fromUtf16(kTempDss)).Value())},
+                       {"TEMP_AMK", JsonAusWert(satz->Fields(QString::fromUtf16(kTempAmk)).Value())}};
 }
 
 }  // namespace
 
 void AufbereitungAnmelden(Operationen& operationen) {
     operationen["DatensatzAufbereiten"] = datensatzAufbereiten;
+    operationen["DatensatzEntmuellen"] = datensatzEntmuellen;
 }

@@ -15,7 +15,7 @@ void TexteAnmelden(Operationen& operationen);         // text and path helpers
 void ParserAnmelden(Operationen& operationen);        // value parsers
 void FeldartenAnmelden(Operationen& operationen);     // field kinds and settings
 void ZielAnmelden(Operationen& operationen);          // names of target tables, progress
-void AufbereitungAnmelden(Operationen& operationen);  // preparing a record
+void AufbereitungAnmelden(Operationen& operationen);  // preparing a record, checking it for junk
 void VergleichAnmelden(Operationen& operationen);     // measures, comparisons, groups
 void UmformungAnmelden(Operationen& operationen);     // split and merge
 void DateienAnmelden(Operationen& operationen);       // whole files, through the engine
