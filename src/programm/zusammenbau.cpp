@@ -8,6 +8,8 @@
 #include "run/rahmen.h"
 #include "run/zustand.h"
 #include "search/dublettensuche.h"
+#include "tables/datenabgleich.h"
+#include "tables/neuedaten.h"
 #include "transform/splitten.h"
 #include "transform/verschmelzen.h"
 #include "ui/anwendung.h"
@@ -23,6 +25,14 @@ void laeufeAnschliessen() {
     LaufEinstiegSetzen(2, [] { MuellsucheStarten(gAusgangsTabelle, gZielTabelle); });
     LaufEinstiegSetzen(3, [] { SplittenStarten(gAusgangsTabelle, gZielTabelle); });
     LaufEinstiegSetzen(4, [] { VerschmelzenStarten(gAusgangsTabelle, gZielTabelle); });
+    LaufEinstiegSetzen(5, [] {
+        DatenabgleichStarten(gAusgangsTabelle, gZweiteTabelle, gZielTabelle, gZuordnungenTabelle1,
+                             gZuordnungenTabelle2);
+    });
+    LaufEinstiegSetzen(6, [] {
+        NeueDatenStarten(gAusgangsTabelle, gZweiteTabelle, gZielTabelle, gZuordnungenTabelle1,
+                         gZuordnungenTabelle2);
+    });
 }
 
 }  // namespace

@@ -18,6 +18,7 @@
 #include "ui/frmhilfe.h"
 #include "ui/frminfo.h"
 #include "ui/rahmenfertig.h"
+#include "ui/rahmenzweitetabelle.h"
 
 namespace {
 
@@ -98,6 +99,8 @@ void FrmHaupt::rahmenAnlegen() {
     rahmenMuell = rahmenAufnehmen(new RahmenMuell);
     rahmenSplitten = rahmenAufnehmen(new RahmenSplitten);
     rahmenAufnehmen(new RahmenFertig(32, QStringLiteral("Splitten erfolgreich abgeschlossen.")));
+    rahmenAufnehmen(RahmenDatenabgleich());
+    rahmenAufnehmen(RahmenNeueDaten());
     for (const int nummer : {kNachbearbeitungDubletten, kNachbearbeitungMuell})
         rahmenAufnehmen(new Rahmen(nummer, QStringLiteral(" Nachbearbeitung ")));
     for (const Protokollart& art : Protokollarten()) rahmenAufnehmen(new RahmenProtokoll(art));

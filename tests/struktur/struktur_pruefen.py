@@ -24,6 +24,7 @@ STOCKWERK = {
     "search": 8,
     "junk": 8,
     "transform": 8,
+    "tables": 9,
     "ui": 9,
     "programm": 10,
 }

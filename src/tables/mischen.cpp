@@ -1,0 +1,227 @@
+// Mixing two tables into one that has the structure of the first.
+#include "tables/mischen.h"
+
+#include <array>
+
+#include "data/datenzugriff.h"
+#include "data/kopieren.h"
+#include "data/steuerfelder.h"
+#include "run/fortschritt.h"
+#include "run/rahmen.h"
+#include "run/schritte.h"
+#include "run/zustand.h"
+#include "tables/mischregel.h"
+
+namespace {
+
+constexpr qint64 kSaetzeJeTransaktion = 1000;
+constexpr FeldZuordnung kHerkunftsfeld{0, 2};
+constexpr int kErsteTabelle = 1;
+constexpr int kZweiteTabelle = 2;
+
+// Positions in the second table by kind number, -1 for none.
+using Artstellen = std::array<int, kLetzteFeldart + 1>;
+
+// The state of a mix: set by TabellenMischen and its steps, read by the abort.
+QString gMischTabelle1;
+QString gMischTabelle2;
+QString gMischZiel;
+std::unique_ptr<dao::Recordset> gMischSatz1;
+std::unique_ptr<dao::Recordset> gMischSatz2;
+std::unique_ptr<dao::Recordset> gMischZielSatz;
+qint64 gMischAnzahl1 = 0;
+qint64 gMischAnzahl2 = 0;
+FeldZuordnungen gMischZuordnung1;
+FeldZuordnungen gMischZuordnung2;
+Artstellen gMischArten;
+
+QString herkunft() {
+    return QString::fromUtf16(kTempDsq);
+}
+
+Artstellen artstellenVon(const FeldZuordnungen& zuordnung) {
+    Artstellen stellen;
+    for (int art = 0; art <= kLetzteFeldart; ++art)
+        stellen[size_t(art)] = art == 0 ? -1 : FeldMitArtFinden(zuordnung, art);
+    return stellen;
+}
+
+qint64 datensaetzeVon(const QString& tabelle) {
+    const std::unique_ptr<dao::Recordset> satz = gDatenbank->OpenRecordset(tabelle);
+    const qint64 anzahl = DatensaetzeZaehlen(*satz);
+    satz->Close();
+    return anzahl;
+}
+
+void schliessen(std::unique_ptr<dao::Recordset>& satz) {
+    FehlerUebergehen([&] { Gesetzt(satz).Close(); });
+    satz.reset();
+}
+
+void herkunftsfeldAnlegen(Schritte& s) {
+    const auto definition = []() -> dao::TableDef& { return gDatenbank->TableDefs().Item(gMischZiel); };
+    // It is there when the first table is a result of the same kind.
+    FehlerUebergehen([&] { definition().Fields().Delete(herkunft()); });
+    s.tu([&] { definition().Fields().Append(definition().CreateField(herkunft(), dao::dbByte)); });
+}
+
+void satzAbschliessen(Schritte& s, int tabelle, qint64 position) {
+    s.tu([&] { gMischZielSatz->Fields(herkunft()).setValue(tabelle); });
+    s.tu([] { gMischZielSatz->Update(); });
+    if (position % kSaetzeJeTransaktion != 0) return;
+    s.tu([] { gArbeitsbereich->CommitTrans(); });
+    s.tu([] { gArbeitsbereich->BeginTrans(); });
+}
+
+// Where each field of the first table stands in the mix; -1 for a counter, which keeps its own numbers.
+std::vector<int> zielstellen() {
+    std::vector<int> stellen;
+    for (int i = 0; i < int(gMischZuordnung1.size()); ++i) {
+        const dao::RecordsetField feld = gMischSatz1->Fields(i);
+        const bool zaehler = feld.Attributes() & dao::dbAutoIncrField;
+        stellen.push_back(zaehler ? -1 : gMischZielSatz->fieldPosition(feld.Name()));
+    }
+    return stellen;
+}
+
+void ersteTabelleUebernehmen(Schritte& s) {
+    const std::vector<int> stellen = zielstellen();
+    s.tu([] { gMischSatz1->MoveFirst(); });
+    for (qint64 position = 1; position <= gMischAnzahl1; ++position) {
+        s.tu([] { gMischZielSatz->AddNew(); });
+        for (size_t i = 0; i < stellen.size(); ++i)
+            if (stellen[i] >= 0)
+                s.tu([&] {
+                    gMischZielSatz->Fields(stellen[i]).setValue(gMischSatz1->Fields(int(i)).Value());
+                });
+        satzAbschliessen(s, kErsteTabelle, position);
+        s.tu([] { gMischSatz1->MoveNext(); });
+        DoEvents();
+        if (gAbbruch) return;
+        gFortschrittWert = position;
+    }
+}
+
+void datensatzErgaenzen(dao::Recordset& mischSatz, dao::Recordset& zweitSatz,
+                        const FeldZuordnungen& zuordnung1, const Artstellen& arten) {
+    int feld = 0;
+    Schritte s([&] {
+        QString erster;
+        FehlerUebergehen([&] { erster = zweitSatz.Fields(0).Value().alsText(); });
+        return QStringLiteral("Fehler beim Ergänzen des Datensatzes '%1' im Feld '%2'.")
+            .arg(erster, mischSatz.Fields(feld).Name());
+    });
+    const auto quelle = [&](int art) -> const Wert* {
+        const int stelle = arten[size_t(art)];
+        return stelle < 0 ? nullptr : &zweitSatz.Fields(stelle).Value();
+    };
+    s.ablauf(
+        [&] {
+            for (; feld < int(zuordnung1.size()); ++feld) {
+                dao::RecordsetField ziel = mischSatz.Fields(feld);
+                if (MischfeldAusgelassen(ziel.Type(), ziel.Attributes())) continue;
+                s.tu([&] { ziel.setValue(MischWert(zuordnung1[size_t(feld)], quelle)); });
+            }
+        },
+        [] { gFehler = true; });
+}
+
+void zweiteTabelleErgaenzen(Schritte& s) {
+    s.tu([] { gMischSatz2->MoveFirst(); });
+    for (qint64 position = 1; position <= gMischAnzahl2; ++position) {
+        s.tu([] { gMischZielSatz->AddNew(); });
+        datensatzErgaenzen(*gMischZielSatz, *gMischSatz2, gMischZuordnung1, gMischArten);
+        if (gFehler) return;
+        satzAbschliessen(s, kZweiteTabelle, position);
+        s.tu([] { gMischSatz2->MoveNext(); });
+        DoEvents();
+        if (gAbbruch) return;
+        gFortschrittWert = gMischAnzahl1 + position;
+    }
+}
+
+// Raises 3420 when an opening was passed over.
+void geoeffnetPruefen(const std::unique_ptr<dao::Recordset>& satz) {
+    Gesetzt(satz);
+    Gesetzt(gMischZielSatz);
+}
+
+void tabellenUebernehmen(Schritte& s) {
+    s.tu([] { gMischSatz1 = gDatenbank->OpenRecordset(gMischTabelle1); });
+    s.tu([] { gMischZielSatz = gDatenbank->OpenRecordset(gMischZiel); });
+    s.tu([] { gArbeitsbereich->BeginTrans(); });
+    FortschrittLeeren();
+    FortschrittStarten(gMischAnzahl1 + gMischAnzahl2, 0.1);
+    s.tu([&] {
+        geoeffnetPruefen(gMischSatz1);
+        ersteTabelleUebernehmen(s);
+    });
+    if (gAbbruch) return;
+    s.tu([] { gArbeitsbereich->CommitTrans(); });
+    schliessen(gMischSatz1);
+    fenster().information(
+        QStringLiteral("Mische '%1' mit Tabelle '%2' ...").arg(gMischTabelle1, gMischTabelle2));
+    gMischArten = artstellenVon(gMischZuordnung2);
+    s.tu([] { gMischSatz2 = gDatenbank->OpenRecordset(gMischTabelle2); });
+    s.tu([] { gArbeitsbereich->BeginTrans(); });
+    s.tu([&] {
+        geoeffnetPruefen(gMischSatz2);
+        zweiteTabelleErgaenzen(s);
+    });
+    if (Angehalten()) return;
+    s.tu([] { gArbeitsbereich->CommitTrans(); });
+    schliessen(gMischSatz2);
+    FortschrittBeenden();
+    schliessen(gMischZielSatz);
+}
+
+void MischenAusfuehren() {
+    fenster().information(QStringLiteral("Bereite Tabelle '%1' vor ...").arg(gMischTabelle1));
+    fenster().datensaetze(QString::number(gMischAnzahl1 + gMischAnzahl2) +
+                          QStringLiteral(" Datensätze insgesamt"));
+    TabelleKopieren(gMischTabelle1, gMischZiel, false);
+    if (Angehalten()) return;
+    Schritte s([] { return QStringLiteral("Fehler beim Erstellen der gemischten Tabelle."); });
+    s.ablauf(
+        [&] {
+            herkunftsfeldAnlegen(s);
+            tabellenUebernehmen(s);
+        },
+        [] { gFehler = true; });
+}
+
+void MischenAbbrechen() {
+    fenster().zurueckAktiv(false);
+    fenster().information(QStringLiteral("Breche Mischvorgang ab ..."));
+    FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
+    FortschrittAnhalten();
+    for (auto* satz : {&gMischSatz1, &gMischSatz2, &gMischZielSatz}) schliessen(*satz);
+    FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gMischZiel); });
+    fenster().zurueckAktiv(true);
+}
+
+}  // namespace
+
+void TabellenMischen(const QString& tabelle1, const QString& tabelle2, const QString& misch,
+                     const FeldZuordnungen& zuordnung1, const FeldZuordnungen& zuordnung2,
+                     FeldZuordnungen& ergebnis) {
+    gAbbruch = false;
+    gFehler = false;
+    gMischTabelle1 = tabelle1;
+    gMischTabelle2 = tabelle2;
+    gMischZiel = misch;
+    gMischZuordnung1 = zuordnung1;
+    gMischZuordnung2 = zuordnung2;
+    gMischAnzahl1 = datensaetzeVon(tabelle1);
+    gMischAnzahl2 = datensaetzeVon(tabelle2);
+    RahmenOeffnen(6, true);
+    MischenAusfuehren();
+    if (Angehalten()) return MischenAbbrechen();
+    ergebnis = gMischZuordnung1;
+    ergebnis.push_back(kHerkunftsfeld);
+}
+
+void DatensatzErgaenzen(dao::Recordset& mischSatz, dao::Recordset& zweitSatz,
+                        const FeldZuordnungen& zuordnung1, const FeldZuordnungen& zuordnung2) {
+    datensatzErgaenzen(mischSatz, zweitSatz, zuordnung1, artstellenVon(zuordnung2));
+}
