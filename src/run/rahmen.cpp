@@ -315,10 +315,6 @@ void LaufEinstiegSetzen(int vorgang, LaufEinstieg einstieg) {
     laufEinstiege[size_t(vorgang)] = einstieg;
 }
 
-bool LaufVorhanden(int vorgang) {
-    return laufEinstiege[size_t(vorgang)] != nullptr;
-}
-
 bool LaufAktiv() {
     return laufAktiv;
 }

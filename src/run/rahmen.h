@@ -26,6 +26,5 @@ void AbbruchErfragen();
 // programm/, since the runs stand above this floor.
 using LaufEinstieg = void (*)();
 void LaufEinstiegSetzen(int vorgang, LaufEinstieg einstieg);
-bool LaufVorhanden(int vorgang);
 // True from the start of a run until its entry has returned, whatever frame is on show meanwhile.
 bool LaufAktiv();

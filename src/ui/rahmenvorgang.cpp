@@ -11,7 +11,6 @@ namespace {
 
 struct Auswahl {
     int index;
-    int vorgang;
     const char16_t* beschriftung;
     const char16_t* symbol;
     int spalte, zeile;  // from 0
@@ -19,12 +18,9 @@ struct Auswahl {
 
 // In reading order; the indexes do not run in it.
 constexpr Auswahl kAuswahl[] = {
-    {2, 2, u"Mülldatensätze entfernen", u"muell", 0, 0},
-    {3, 1, u"Dubletten suchen", u"dubletten", 1, 0},
-    {4, 5, u"Datenabgleich", u"abgleich", 2, 0},
-    {0, 4, u"Felder verschmelzen", u"verschmelzen", 0, 1},
-    {1, 3, u"Felder spitten", u"splitten", 1, 1},
-    {5, 6, u"Daten hinzufügen", u"hinzufuegen", 2, 1},
+    {2, u"Mülldatensätze entfernen", u"muell", 0, 0}, {3, u"Dubletten suchen", u"dubletten", 1, 0},
+    {4, u"Datenabgleich", u"abgleich", 2, 0},         {0, u"Felder verschmelzen", u"verschmelzen", 0, 1},
+    {1, u"Felder spitten", u"splitten", 1, 1},        {5, u"Daten hinzufügen", u"hinzufuegen", 2, 1},
 };
 
 QToolButton* knopf(const Auswahl& auswahl) {
@@ -34,8 +30,6 @@ QToolButton* knopf(const Auswahl& auswahl) {
     taste->setIconSize(QSize(64, 64));
     taste->setFocusPolicy(Qt::StrongFocus);
     taste->setAccessibleName(beschriftung);
-    taste->setEnabled(LaufVorhanden(auswahl.vorgang));
-    if (!taste->isEnabled()) taste->setToolTip(QStringLiteral("In dieser Fassung noch nicht enthalten."));
     return taste;
 }
 

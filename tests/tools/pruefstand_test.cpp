@@ -99,8 +99,8 @@ INSTANTIATE_TEST_SUITE_P(Alle, PruefstandSkript,
 TEST(PruefstandSkripte, KeinesBleibtLiegen) {
     const QStringList dateien =
         QDir(QStringLiteral(LINDGARN_QUELLE "/tests/tools/skripte")).entryList({"*.jsonl"});
-    EXPECT_EQ(dateien, (QStringList{"feldarten.jsonl", "muell.jsonl", "parser.jsonl", "texte.jsonl",
-                                    "umformung.jsonl", "vergleich.jsonl", "ziel.jsonl"}));
+    EXPECT_EQ(dateien, (QStringList{"feldarten.jsonl", "mischen.jsonl", "muell.jsonl", "parser.jsonl",
+                                    "texte.jsonl", "umformung.jsonl", "vergleich.jsonl", "ziel.jsonl"}));
 }
 
 TEST(PruefstandProtokoll, AntwortenTragenDieKennungUndKommenDerReiheNach) {

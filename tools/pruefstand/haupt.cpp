@@ -20,6 +20,7 @@ Operationen alleOperationen() {
     ZielAnmelden(operationen);
     AufbereitungAnmelden(operationen);
     VergleichAnmelden(operationen);
+    MischenAnmelden(operationen);
     UmformungAnmelden(operationen);
     DateienAnmelden(operationen);
     return operationen;

@@ -17,5 +17,6 @@ void FeldartenAnmelden(Operationen& operationen);     // field kinds and setting
 void ZielAnmelden(Operationen& operationen);          // names of target tables, progress
 void AufbereitungAnmelden(Operationen& operationen);  // preparing a record, checking it for junk
 void VergleichAnmelden(Operationen& operationen);     // measures, comparisons, groups
+void MischenAnmelden(Operationen& operationen);       // filling a record of a mixed table
 void UmformungAnmelden(Operationen& operationen);     // split and merge
 void DateienAnmelden(Operationen& operationen);       // whole files, through the engine
