@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -41,6 +42,28 @@ class Abweichungsmaler : public QStyledItemDelegate {
         option->backgroundBrush = gemischt(option->palette.color(QPalette::Base),
                                            option->palette.color(QPalette::Highlight), kAnteil);
         option->palette.setColor(QPalette::Highlight, verstaerkt(option->palette));
+    }
+};
+
+// A heading whose caption is too long for its column is written smaller, as far as it can be read.
+class Kopfzeile : public QHeaderView {
+  public:
+    using QHeaderView::QHeaderView;
+
+  protected:
+    void paintSection(QPainter* maler, const QRect& rechteck, int spalte) const override {
+        constexpr qreal kKleinste = 0.7;
+        constexpr int kRand = 8;
+        const QString text = model()->headerData(spalte, orientation()).toString();
+        const int breite = fontMetrics().horizontalAdvance(text) + kRand;
+        QFont schrift = font();
+        if (breite > rechteck.width())
+            schrift.setPointSizeF(schrift.pointSizeF() *
+                                  std::max(kKleinste, qreal(rechteck.width()) / breite));
+        maler->save();
+        maler->setFont(schrift);
+        QHeaderView::paintSection(maler, rechteck, spalte);
+        maler->restore();
     }
 };
 
@@ -85,6 +108,7 @@ Datengitter::Datengitter(QWidget* eltern) : QTableView(eltern) {
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    setHorizontalHeader(new Kopfzeile(Qt::Horizontal, this));
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
 }
