@@ -28,6 +28,15 @@ bool aufbauGleich(const engine::TabellenDef& a, const engine::TabellenDef& b) {
            std::equal(a.indexe.begin(), a.indexe.end(), b.indexe.begin(), b.indexe.end(), indexeGleich);
 }
 
+// An index whose keys did not allow it stands in the file as a plain one.
+void indexAngleichen(Index& index, const engine::TabellenDef& inDatei) {
+    for (const engine::IndexDef& vorhandener : inDatei.indexe) {
+        if (!namenGleich(vorhandener.name, index.Name())) continue;
+        index.setUnique(index.Unique() && vorhandener.eindeutig);
+        index.setPrimary(index.Primary() && vorhandener.primaer);
+    }
+}
+
 // A table's rows out of the working store, a few at a time, so that no statement stays open.
 class Speicherzeilen : public engine::Zeilenquelle {
   public:
@@ -130,7 +139,7 @@ engine::Hinweise Database::Sichern() {
     return hinweise;
 }
 
-// The session's definitions are now the file's; order and dates are as the file has them.
+// The session's definitions are now the file's; order, dates and indexes are as the file has them.
 void Database::gesichertMerken() {
     Zustand& z = *z_;
     for (const auto& tabelle : z.tabellen.tabellen_) {
@@ -139,10 +148,10 @@ void Database::gesichertMerken() {
     }
     z.inDatei.clear();
     for (const auto& tabelle : z.tabellen.tabellen_) z.inDatei.push_back(tabelle->name_);
-    katalogordnungUebernehmen();
+    katalogUebernehmen();
 }
 
-void Database::katalogordnungUebernehmen() {
+void Database::katalogUebernehmen() {
     engine::Katalog katalog;
     try {
         katalog = z_->datei->katalogLesen();
@@ -159,6 +168,8 @@ void Database::katalogordnungUebernehmen() {
         });
         if (fund == tabellen.end()) continue;
         (*fund)->geaendert_ = def.geaendert.isValid() ? def.geaendert : dateizeit;
+        for (Index& index : (*fund)->indexe_.indexe_) indexAngleichen(index, def);
+        (*fund)->inDatei_ = (*fund)->definition();
         std::rotate(ziel, fund, fund + 1);
         ++ziel;
     }

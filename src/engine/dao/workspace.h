@@ -85,7 +85,7 @@ class Database {
     std::vector<TableDef*> umzuschreibende() const;
     std::vector<engine::Aenderung> aenderungen() const;
     void gesichertMerken();
-    void katalogordnungUebernehmen();
+    void katalogUebernehmen();
 
     std::unique_ptr<Zustand> z_;
     int abfrageFrist_ = 0;

@@ -117,6 +117,9 @@ TEST_F(MdbTest, GleicheSchluesselMachenDenIndexBeimSichernEinfachUndKeinSatzFehl
     ASSERT_EQ(hinweise.size(), 1u);
     EXPECT_TRUE(hinweise[0].contains(QStringLiteral("PrimaryKey"))) << hinweise[0].toStdString();
     EXPECT_TRUE(hinweise[0].contains(QStringLiteral("Kunden"))) << hinweise[0].toStdString();
+    // Known at once, so that a copy of the table is not told about again.
+    EXPECT_FALSE(db->TableDefs().Item(QStringLiteral("Kunden")).Indexes().Item(0).Primary());
+    EXPECT_FALSE(db->ungesichert());
     oeffnen();
     EXPECT_EQ(spalte(QStringLiteral("Kunden"), 0), u"1 1");
     const dao::TableDef& t = db->TableDefs().Item(QStringLiteral("Kunden"));
