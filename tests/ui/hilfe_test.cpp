@@ -127,7 +127,10 @@ TEST(Hilfedatei, KenntDenTitelJedesRahmens) {
 // A program folder of its own, and a window that hears the messages.
 class Hilfefenster : public testing::Test {
   protected:
-    void SetUp() override { ProgrammOrdnerSetzen(ordner.path()); }
+    void SetUp() override {
+        ProgrammOrdnerSetzen(ordner.path());
+        gRahmen = 0;
+    }
     void TearDown() override {
         ProgrammOrdnerSetzen(QString());
         gRahmen = 0;
