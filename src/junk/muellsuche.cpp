@@ -105,8 +105,12 @@ void phaseBeginnen(Schritte& s, double anteil) {
     FortschrittStarten(gMuellGesamt, anteil);
 }
 
+Schritte vorbereitung() {
+    return Schritte([] { return QStringLiteral("Fehler beim Vorbereiten der Müllsuche."); });
+}
+
 void zielFuellen() {
-    Schritte s([] { return QStringLiteral("Fehler beim Vorbereiten der Müllsuche."); });
+    Schritte s = vorbereitung();
     s.ablauf(
         [&] {
             steuerfelderAnlegen(s);
@@ -209,11 +213,22 @@ void MuellsucheAbbrechen() {
     fenster().zurueckAktiv(true);
 }
 
+void quelleZaehlen() {
+    gMuellGesamt = 0;
+    Schritte s = vorbereitung();
+    s.ablauf(
+        [&] {
+            s.tu([] { gMuellQuellSatz = gDatenbank->OpenRecordset(gMuellQuelle); });
+            s.tu([] { gMuellGesamt = DatensaetzeZaehlen(Gesetzt(gMuellQuellSatz)); });
+            saetzeSchliessen();
+        },
+        [] { gFehler = true; });
+}
+
 // True when there are records to check; otherwise the user has been told.
 bool etwasZuPruefen() {
-    const std::unique_ptr<dao::Recordset> quelle = gDatenbank->OpenRecordset(gMuellQuelle);
-    gMuellGesamt = DatensaetzeZaehlen(*quelle);
-    quelle->Close();
+    quelleZaehlen();
+    if (Angehalten()) return false;
     if (gMuellGesamt > 0) return true;
     HinweisZeigen(QStringLiteral("Kein Datensatz vorhanden.\rEine Korrektur ist daher überflüssig."));
     return false;

@@ -175,13 +175,27 @@ void tabellenUebernehmen(Schritte& s) {
     schliessen(gMischZielSatz);
 }
 
+Schritte schritte() {
+    return Schritte([] { return QStringLiteral("Fehler beim Erstellen der gemischten Tabelle."); });
+}
+
+void tabellenZaehlen() {
+    Schritte s = schritte();
+    s.ablauf(
+        [&] {
+            s.tu([] { gMischAnzahl1 = datensaetzeVon(gMischTabelle1); });
+            s.tu([] { gMischAnzahl2 = datensaetzeVon(gMischTabelle2); });
+        },
+        [] { gFehler = true; });
+}
+
 void MischenAusfuehren() {
     fenster().information(QStringLiteral("Bereite Tabelle '%1' vor ...").arg(gMischTabelle1));
     fenster().datensaetze(QString::number(gMischAnzahl1 + gMischAnzahl2) +
                           QStringLiteral(" Datensätze insgesamt"));
     TabelleKopieren(gMischTabelle1, gMischZiel, false);
     if (Angehalten()) return;
-    Schritte s([] { return QStringLiteral("Fehler beim Erstellen der gemischten Tabelle."); });
+    Schritte s = schritte();
     s.ablauf(
         [&] {
             herkunftsfeldAnlegen(s);
@@ -212,10 +226,10 @@ void TabellenMischen(const QString& tabelle1, const QString& tabelle2, const QSt
     gMischZiel = misch;
     gMischZuordnung1 = zuordnung1;
     gMischZuordnung2 = zuordnung2;
-    gMischAnzahl1 = datensaetzeVon(tabelle1);
-    gMischAnzahl2 = datensaetzeVon(tabelle2);
+    gMischAnzahl1 = gMischAnzahl2 = 0;
+    tabellenZaehlen();
     RahmenOeffnen(6, true);
-    MischenAusfuehren();
+    if (!Angehalten()) MischenAusfuehren();
     if (Angehalten()) return MischenAbbrechen();
     ergebnis = gMischZuordnung1;
     ergebnis.push_back(kHerkunftsfeld);

@@ -99,6 +99,14 @@ TEST_F(Muellsuche, OhneDatensatz) {
     nichtsGeblieben();
 }
 
+TEST_F(Muellsuche, EineQuelleDieSichNichtOeffnenLaesst) {
+    adressen(gemischt);
+    erwarteFehler(QStringLiteral("Fehler beim Vorbereiten der Müllsuche."), Knopf::Abbrechen);
+    MuellsucheStarten(QStringLiteral("fehlt"), ziel);
+    EXPECT_TRUE(gFehler);
+    nichtsGeblieben();
+}
+
 TEST_F(Muellsuche, OhneBefund) {
     adressen({{1, u"Meyer", u"a@b.de"}});
     f().erwarte(QStringLiteral("Es wurden keine Mülldatensätze gefunden."));

@@ -123,6 +123,14 @@ TEST_F(Mischen, EineLeereZweiteTabelleFuehrtZumFehlerkasten) {
     EXPECT_FALSE(vorhanden(misch));
 }
 
+TEST_F(Mischen, EineTabelleDieSichNichtOeffnenLaesst) {
+    gewoehnlich();
+    erwarteFehler(QStringLiteral("Fehler beim Erstellen der gemischten Tabelle."), Knopf::Abbrechen);
+    TabellenMischen(QStringLiteral("Eins"), QStringLiteral("fehlt"), misch, zuordnung1, zuordnung2, ergebnis);
+    EXPECT_TRUE(gFehler);
+    EXPECT_FALSE(vorhanden(misch));
+}
+
 TEST_F(Mischen, EinZuLangerWertFuehrtZumFehlerkastenDesDatensatzes) {
     erste({{u"Nr", {1, 1}, dao::dbLong, 4}, {u"Ort", {3, 8}, dao::dbText, 4}}, {{1, u"Bonn"}});
     zweite({{u"Kennung", {0, 1}}, {u"Ort", {3, 8}}}, {{u"K7", u"Berlin"}, {u"K8", u"Ulm"}});
