@@ -80,6 +80,8 @@ def suche_und_nachbearbeitung(v):
     fern.klicken("btnAngereichert")
     v.sage("Alle angereicherten Datensätze werden übernommen.")
     v.bild("nachbearbeitung")
+    while not fern.lesen("btnFertig")["aktiv"]:
+        continue
     fern.klicken("btnFertig")
     fern.warten("meldung")
     v.sage("Frage: " + fern.meldung()["text"].replace("\r", " ").replace("\n", " "))

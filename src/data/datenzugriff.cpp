@@ -137,6 +137,13 @@ qint64 DatensaetzeZaehlen(dao::Recordset& satz) {
     return anzahl;
 }
 
+qint64 DatensaetzeDerTabelle(const QString& tabelle) {
+    const std::unique_ptr<dao::Recordset> satz = Gesetzt(gDatenbank).OpenRecordset(tabelle);
+    const qint64 anzahl = DatensaetzeZaehlen(*satz);
+    satz->Close();
+    return anzahl;
+}
+
 QStringList FeldNamen(const QString& tabelle) {
     QStringList namen;
     const dao::Fields& felder = Gesetzt(gDatenbank).TableDefs().Item(tabelle).Fields();

@@ -25,6 +25,8 @@ bool DatenbankSichern();
 
 // The number of records; the recordset is then on its first one. 0 at EOF, without a move.
 qint64 DatensaetzeZaehlen(dao::Recordset& satz);
+// The number of records of a table; opens and closes it.
+qint64 DatensaetzeDerTabelle(const QString& tabelle);
 // The names of the fields of a table, in their order. Raises 3265 for an unknown table.
 QStringList FeldNamen(const QString& tabelle);
 // The names of the tables that are neither the system's nor linked, in the catalogue's order.

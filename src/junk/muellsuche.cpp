@@ -216,13 +216,8 @@ void MuellsucheAbbrechen() {
 void quelleZaehlen() {
     gMuellGesamt = 0;
     Schritte s = vorbereitung();
-    s.ablauf(
-        [&] {
-            s.tu([] { gMuellQuellSatz = gDatenbank->OpenRecordset(gMuellQuelle); });
-            s.tu([] { gMuellGesamt = DatensaetzeZaehlen(Gesetzt(gMuellQuellSatz)); });
-            saetzeSchliessen();
-        },
-        [] { gFehler = true; });
+    s.ablauf([&] { s.tu([] { gMuellGesamt = DatensaetzeDerTabelle(gMuellQuelle); }); },
+             [] { gFehler = true; });
 }
 
 // True when there are records to check; otherwise the user has been told.

@@ -46,13 +46,6 @@ Artstellen artstellenVon(const FeldZuordnungen& zuordnung) {
     return stellen;
 }
 
-qint64 datensaetzeVon(const QString& tabelle) {
-    const std::unique_ptr<dao::Recordset> satz = gDatenbank->OpenRecordset(tabelle);
-    const qint64 anzahl = DatensaetzeZaehlen(*satz);
-    satz->Close();
-    return anzahl;
-}
-
 void schliessen(std::unique_ptr<dao::Recordset>& satz) {
     FehlerUebergehen([&] { Gesetzt(satz).Close(); });
     satz.reset();
@@ -183,8 +176,8 @@ void tabellenZaehlen() {
     Schritte s = schritte();
     s.ablauf(
         [&] {
-            s.tu([] { gMischAnzahl1 = datensaetzeVon(gMischTabelle1); });
-            s.tu([] { gMischAnzahl2 = datensaetzeVon(gMischTabelle2); });
+            s.tu([] { gMischAnzahl1 = DatensaetzeDerTabelle(gMischTabelle1); });
+            s.tu([] { gMischAnzahl2 = DatensaetzeDerTabelle(gMischTabelle2); });
         },
         [] { gFehler = true; });
 }

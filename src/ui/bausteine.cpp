@@ -25,6 +25,13 @@ QLabel* Beschriftung(const QString& text, QWidget* element) {
     return label;
 }
 
+QComboBox* Auswahlliste(const QString& name, int zeichen) {
+    auto* liste = Neu<QComboBox>(name);
+    liste->setMinimumContentsLength(zeichen);
+    liste->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    return liste;
+}
+
 int PixelAusTwips(int twips, const QWidget* widget) {
     constexpr int kTwipsProZoll = 1440;
     return twips * widget->logicalDpiX() / kTwipsProZoll;

@@ -2,6 +2,7 @@
 // clicks.
 #pragma once
 
+#include <QComboBox>
 #include <QLabel>
 #include <QString>
 #include <QWidget>
@@ -24,6 +25,9 @@ QLabel* Textfeld(const QString& text);
 QLabel* Textfeld(const QString& text, const QString& name);
 // A label in front of its control; an "&" in the text is the key that leads there.
 QLabel* Beschriftung(const QString& text, QWidget* element);
+
+// A list of names to choose from, wide enough for some characters whatever it holds.
+QComboBox* Auswahlliste(const QString& name, int zeichen);
 
 // 1440 twips are an inch, which is as many pixels as the screen of `widget` says.
 int PixelAusTwips(int twips, const QWidget* widget);

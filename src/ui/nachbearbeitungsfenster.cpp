@@ -15,8 +15,8 @@
 #include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/bausteine.h"
-#include "ui/nachbearbeitungsabfragen.h"
 #include "ui/frmhilfe.h"
+#include "ui/nachbearbeitungsabfragen.h"
 
 namespace {
 
@@ -118,6 +118,7 @@ void Nachbearbeitungsfenster::handeln(const std::function<void()>& aktion) {
     handelt_ = true;
     const auto fertig = qScopeGuard([this] {
         handelt_ = false;
+        knoepfeSchalten(true);
         handlungBeendet();
     });
     Gesichert(aktion);
@@ -145,7 +146,6 @@ void Nachbearbeitungsfenster::einenVerschieben(dao::Recordset& saetze, const Dat
 
 bool Nachbearbeitungsfenster::alleVerschieben(dao::Recordset& saetze, const Statusregel& regel) {
     knoepfeSchalten(false);
-    const auto fertig = qScopeGuard([this] { knoepfeSchalten(true); });
     inTransaktion([&] {
         saetze.MoveFirst();
         while (!entladen_ && !saetze.Eof()) {

@@ -59,7 +59,7 @@ class Nachbearbeitungsfenster : public QDialog {
     bool entladen() const { return entladen_; }
     // Moves the record of the grid's current row.
     void einenVerschieben(dao::Recordset& saetze, const Datensteuerung& daten, const Statusregel& regel);
-    // False when the window was unloaded meanwhile.
+    // Within an action, whose end enables the buttons again. False when the window was unloaded meanwhile.
     bool alleVerschieben(dao::Recordset& saetze, const Statusregel& regel);
     void fensterEntladen();
     static void schliessen(Saetze& saetze);

@@ -4,7 +4,6 @@
 #include <QGridLayout>
 
 #include "data/datenzugriff.h"
-#include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/bausteine.h"
 
@@ -12,13 +11,6 @@ namespace {
 
 // Source, found, result.
 const QColor kFarben[] = {QColor(0x4f, 0x7c, 0xac), QColor(0xc0, 0x57, 0x46), QColor(0x5b, 0x8c, 0x5a)};
-
-qint64 datensaetzeVon(const QString& tabelle) {
-    const std::unique_ptr<dao::Recordset> satz = Gesetzt(gDatenbank).OpenRecordset(tabelle);
-    const qint64 anzahl = DatensaetzeZaehlen(*satz);
-    satz->Close();
-    return anzahl;
-}
 
 }  // namespace
 
@@ -47,8 +39,8 @@ RahmenProtokoll::RahmenProtokoll(const Protokollart& art)
 
 void RahmenProtokoll::fuellen() {
     const Protokollzahlen zahlen =
-        art_.zahlen({datensaetzeVon(gAusgangsTabelle), datensaetzeVon(gZielTabelle), gDublettenAnzahl,
-                     gAnzahlAngereichert, gMuellAnzahl});
+        art_.zahlen({DatensaetzeDerTabelle(gAusgangsTabelle), DatensaetzeDerTabelle(gZielTabelle),
+                     gDublettenAnzahl, gAnzahlAngereichert, gMuellAnzahl});
     for (size_t i = 0; i < balken_.size(); ++i) balken_[i]->anteilSetzen(zahlen.anteile[i]);
     for (size_t i = 0; i < texte_.size(); ++i) texte_[i]->setText(zahlen.texte[i]);
 }

@@ -38,10 +38,9 @@ QLineEdit* namensfeld(const QString& name, const QString& wofuer) {
 }
 
 QComboBox* feldliste(const QString& name, const QString& wofuer) {
-    auto* liste = Neu<QComboBox>(name);
+    constexpr int kListenbreite = 14;  // characters
+    QComboBox* liste = Auswahlliste(name, kListenbreite);
     liste->setAccessibleName(wofuer);
-    liste->setMinimumContentsLength(14);
-    liste->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     return liste;
 }
 

@@ -93,10 +93,8 @@ QLayout* RahmenSuche::suchenBauen() {
         gitter->addWidget(zahl, zeile, 3);
         for (int k = 0; k < kFelderJeSuche; ++k) {
             const int index = suche * kFelderJeSuche + k;
-            auto* liste = Neu<QComboBox>(ElementName(QStringLiteral("cbxSuchFeld"), index));
+            QComboBox* liste = Auswahlliste(ElementName(QStringLiteral("cbxSuchFeld"), index), 12);
             liste->setAccessibleName(QStringLiteral("%1. Feld der %2. Suche").arg(k + 1).arg(suche + 1));
-            liste->setMinimumContentsLength(12);
-            liste->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
             cbxSuchFeld[size_t(index)] = liste;
             gitter->addWidget(liste, zeile + 1, k);
         }

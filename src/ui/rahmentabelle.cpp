@@ -102,10 +102,7 @@ bool RahmenTabelle::pruefen() {
         return false;
     }
     gAusgangsTabelle = Trim(gewaehlt()->text());
-    const std::unique_ptr<dao::Recordset> satz = Gesetzt(gDatenbank).OpenRecordset(gAusgangsTabelle);
-    const qint64 anzahl = DatensaetzeZaehlen(*satz);
-    satz->Close();
-    if (anzahl > 0) return true;
+    if (DatensaetzeDerTabelle(gAusgangsTabelle) > 0) return true;
     AchtungZeigen(QStringLiteral("Tabelle enthält keine Datensätze."));
     return false;
 }

@@ -12,12 +12,7 @@
 
 namespace {
 
-QComboBox* feldliste(const QString& name) {
-    auto* liste = Neu<QComboBox>(name);
-    liste->setMinimumContentsLength(14);
-    liste->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    return liste;
-}
+constexpr int kListenbreite = 14;  // characters
 
 qsizetype luecke(const QString& text) {
     qsizetype leer = 0;
@@ -44,8 +39,8 @@ void Lueckenwahl::resizeEvent(QResizeEvent* ereignis) {
 
 RahmenVerschmelzen::RahmenVerschmelzen()
     : Rahmen(41, QStringLiteral(" Felder verschmelzen ")),
-      cbxVerschmelzen1(feldliste(QStringLiteral("cbxVerschmelzen1"))),
-      cbxVerschmelzen2(feldliste(QStringLiteral("cbxVerschmelzen2"))),
+      cbxVerschmelzen1(Auswahlliste(QStringLiteral("cbxVerschmelzen1"), kListenbreite)),
+      cbxVerschmelzen2(Auswahlliste(QStringLiteral("cbxVerschmelzen2"), kListenbreite)),
       tbxVerschmolzen(Neu<QLineEdit>(QStringLiteral("tbxVerschmolzen"))),
       tbxTrennzeichen(Neu<QLineEdit>(QStringLiteral("tbxTrennzeichen"), QStringLiteral(" "))),
       otnTrennzeichen{

@@ -11,10 +11,8 @@
 RahmenZweiteTabelle::RahmenZweiteTabelle(int nummer, const QString& titel, const QString& davor,
                                          const QString& liste, const QString& danach,
                                          const QStringList& hinweise)
-    : Rahmen(nummer, titel), tabellen_(Neu<QComboBox>(liste)) {
+    : Rahmen(nummer, titel), tabellen_(Auswahlliste(liste, 24)) {
     tabellen_->setAccessibleName(QStringLiteral("Zweite Tabelle"));
-    tabellen_->setMinimumContentsLength(24);
-    tabellen_->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     auto* spalte = new QVBoxLayout(this);
     spalte->addWidget(Textfeld(davor));
     spalte->addWidget(tabellen_);

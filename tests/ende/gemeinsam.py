@@ -84,9 +84,15 @@ class AmProgramm(unittest.TestCase):
         fern.klicken("btnWeiter")
         fern.warten("fenster", "frmDublettenBearbeiten", ms)
 
+    def fertig_klicken(self, fern):
+        """Presses the button of a review; a move of all records holds it until it is done."""
+        while not fern.lesen("btnFertig")["aktiv"]:
+            continue
+        fern.klicken("btnFertig")
+
     def review_fertig(self, fern):
         """Finishes the review with what was moved; answers its last question."""
-        fern.klicken("btnFertig")
+        self.fertig_klicken(fern)
         fern.warten("meldung")
         fern.druecken("Ja")
         fern.rahmen(13)

@@ -82,7 +82,7 @@ class Abbruch(VorDemLauf):
     def test_nein_auf_die_letzte_frage_bleibt_in_der_nachbearbeitung(self):
         self.review_oeffnen(self.fern)
         self.fern.klicken("btnAngereichert")
-        self.fern.klicken("btnFertig")
+        self.fertig_klicken(self.fern)
         self.fern.warten("meldung")
         self.fern.druecken("Nein")
         self.fern.warten("fenster", "frmDublettenBearbeiten")
@@ -150,7 +150,7 @@ class Nachbar(gemeinsam.AmProgramm):
         fremder_stand = datei.read_bytes() + b"\0" * 4096
         datei.write_bytes(fremder_stand)
         fern.klicken("btnAngereichert")
-        fern.klicken("btnFertig")
+        self.fertig_klicken(fern)
         fern.warten("meldung")
         fern.druecken("Ja")
         fern.warten("meldung")

@@ -92,7 +92,7 @@ class Muell(gemeinsam.AmProgramm):
         self.fern.warten("fenster", "frmMüllBearbeiten")
 
     def fertig(self):
-        self.fern.klicken("btnFertig")
+        self.fertig_klicken(self.fern)
         self.fern.warten("meldung")
         self.fern.druecken("Ja")
         self.fern.rahmen(23)

@@ -127,7 +127,7 @@ class ZweiteTabelle(gemeinsam.AmProgramm):
         self.assertEqual(self.vorher, nachher, "another table was touched or a work table stayed")
 
     def fertig(self, rahmen, fragen=1):
-        self.fern.klicken("btnFertig")
+        self.fertig_klicken(self.fern)
         for _ in range(fragen):
             self.fern.warten("meldung")
             self.fern.druecken("Ja")

@@ -79,6 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
         Muellfall{"BrancheZahl", {2, 4}, u"7", " Branche unvernünftig;", kBrancheTor},
         Muellfall{"StrasseNull", {3, 1}, kNull, " k. Straße;", kPostTor},
         Muellfall{"StrasseNurZiffern", {3, 1}, u"12", " k. Straße;", kPostTor},
+        Muellfall{"StrasseAlsZahl", {3, 1}, u"-1", " Straße unvernünftig;", kPostTor},
         Muellfall{"HausnummerFehlt", {3, 2}, u"Hauptstr.", " k. Hausnr.;", kHausTor},
         Muellfall{"StrasseUndHausnummerNurBuchstaben", {3, 3}, u"Hauptstr.", " k. Hausnr.;", kHausTor},
         Muellfall{"PlzNull", {3, 4}, kNull, " k. PLZ;", kPostTor},
