@@ -189,9 +189,13 @@ void FrmHaupt::closeEvent(QCloseEvent* ereignis) {
     ereignis->accept();
 }
 
-// Enter goes on, from wherever a control has no use for it.
+// Enter presses the button that has the focus, and goes on from wherever else it is not used. The pictures of
+// the operations want the space bar, so that a hasty Enter chooses none.
 void FrmHaupt::keyPressEvent(QKeyEvent* ereignis) {
     const bool enter = ereignis->key() == Qt::Key_Return || ereignis->key() == Qt::Key_Enter;
-    if (enter && ereignis->modifiers() == Qt::NoModifier && btnWeiter->isVisible()) return btnWeiter->click();
+    if (enter && !(ereignis->modifiers() & ~Qt::KeypadModifier)) {
+        if (auto* knopf = qobject_cast<QPushButton*>(focusWidget())) return knopf->click();
+        if (btnWeiter->isVisible()) return btnWeiter->click();
+    }
     QMainWindow::keyPressEvent(ereignis);
 }

@@ -198,6 +198,27 @@ TEST_F(Assistent, DieEingabetasteGehtWeiter) {
     EXPECT_EQ(gRahmen, 5);
 }
 
+TEST_F(Assistent, DieEingabetasteDruecktDenKnopfMitDemFokus) {
+    QApplication::setActiveWindow(&haupt());
+    bisTabelle();
+    haupt().rahmenTabelle->cmdTabelleLöschen->setFocus();
+    erwarte(QStringLiteral("Keine Tabelle ausgewählt."));
+    QTest::keyClick(haupt().rahmenTabelle->cmdTabelleLöschen, Qt::Key_Return);
+    EXPECT_EQ(gRahmen, 3);
+    haupt().btnZurück->setFocus();
+    QTest::keyClick(haupt().btnZurück, Qt::Key_Return);
+    EXPECT_EQ(gRahmen, 2);
+    weiter();
+    tabelleWaehlen(QStringLiteral("Adressen"));
+    weiter();
+    QToolButton* dubletten = haupt().rahmenVorgang->btnAuswahl[3];
+    dubletten->setFocus();
+    QTest::keyClick(dubletten, Qt::Key_Enter, Qt::KeypadModifier);
+    EXPECT_EQ(gRahmen, 5);
+    QTest::keyClick(dubletten, Qt::Key_Space);
+    EXPECT_EQ(gRahmen, 7);
+}
+
 TEST_F(Assistent, AufDerVorgangsseiteGehtDieEingabetasteNichtWeiter) {
     bisVorgang();
     EXPECT_FALSE(haupt().btnWeiter->isVisible());
@@ -205,11 +226,17 @@ TEST_F(Assistent, AufDerVorgangsseiteGehtDieEingabetasteNichtWeiter) {
     EXPECT_EQ(gRahmen, 5);
 }
 
-TEST_F(Assistent, SchliessenAufJedemRahmenBeendetOhneFrage) {
-    bisTabelle();
-    EXPECT_TRUE(haupt().close());
+TEST_F(Assistent, SchliessenBeendetAufJedemRahmenOhneFrage) {
+    bisSuche();
+    for (const int rahmen : RahmenNummern()) {
+        if (rahmen == 6) continue;
+        SCOPED_TRACE(rahmen);
+        RahmenWechseln(gRahmen, rahmen, false, false);
+        haupt().show();
+        EXPECT_TRUE(haupt().close());
+        EXPECT_FALSE(haupt().isVisible());
+    }
     EXPECT_EQ(gDatenbank, nullptr);
-    EXPECT_FALSE(haupt().isVisible());
 }
 
 TEST_F(Assistent, BeendenOhneDatenbank) {
@@ -225,6 +252,7 @@ TEST_F(Assistent, SchliessenWaehrendDerDurchfuehrungFragt) {
         erwarte(frage, antwort);
         EXPECT_FALSE(haupt().close());
         EXPECT_EQ(letzteMeldung().symbol, Symbol::Ausrufezeichen);
+        EXPECT_EQ(letzteMeldung().knoepfe, Knoepfe::JaNein);
         EXPECT_EQ(letzteMeldung().vorwahl, Knopf::Nein);
         EXPECT_EQ(letzteMeldung().titel, QString());
         EXPECT_EQ(gAbbruch, antwort == Knopf::Ja);
@@ -254,8 +282,12 @@ TEST_F(Assistent, LinksRechtsUndUntenIstDerRandGleich) {
 
 TEST_F(Assistent, AlleRahmenFuellenDasselbeRechteck) {
     const QRect rechteck = haupt().freRahmen(0)->geometry();
-    bisVorgang();
-    EXPECT_EQ(haupt().freRahmen(5)->geometry(), rechteck);
+    for (const int rahmen : RahmenNummern()) {
+        RahmenWechseln(gRahmen, rahmen, false, false);
+        QTest::qWait(0);
+        EXPECT_EQ(haupt().freRahmen(rahmen)->geometry(), rechteck) << rahmen;
+    }
+    RahmenWechseln(gRahmen, 0, false, false);
 }
 
 TEST_F(Assistent, DieFensterteileHabenNamenFuerHilfsmittel) {

@@ -5,6 +5,11 @@ namespace {
 
 using Datenbankwahl = Assistent;
 
+QByteArray inhaltVon(const QString& name) {
+    QFile datei(name);
+    return datei.open(QIODevice::ReadOnly) ? datei.readAll() : QByteArray();
+}
+
 TEST_F(Datenbankwahl, EineDateiDieEsNichtGibt) {
     bisDatenbank();
     haupt().rahmenDatenbank->tbxDatenbankName->setText(ordner.filePath("fehlt.mdb"));
@@ -56,19 +61,45 @@ TEST_F(Datenbankwahl, DerDateidialogNenntDieFormateUndMerktDenOrdner) {
     EXPECT_EQ(QDir(dateifragen[2].ordner), QDir(ordner.path()));
 }
 
+// Writing into a file that somebody else has changed since it was opened is refused: only a file that was
+// opened anew takes the new name.
 TEST_F(Datenbankwahl, ZurueckUndWeiterOeffnetNeu) {
     bisTabelle();
-    const dao::Database* erste = gDatenbank.get();
-    tabelleAnlegen(QStringLiteral("Nur gedacht"), {"A"});
+    QFile datei(ordner.filePath("a.mdb"));
+    ASSERT_TRUE(datei.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(
+        datei.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFileDevice::FileModificationTime));
+    datei.close();
     zurueck();
     EXPECT_EQ(gRahmen, 2);
-    EXPECT_EQ(gDatenbank.get(), erste);
-    EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankName->text(), ordner.filePath("a.mdb"));
-    zurueck();
-    EXPECT_EQ(gRahmen, 1);
-    weiter();
+    EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankName->text(), datei.fileName());
     weiter();
     EXPECT_EQ(gRahmen, 3);
+    tabelleWaehlen(QStringLiteral("Interessenten"));
+    eingabe = QStringLiteral("Anfragen");
+    QTest::mouseClick(haupt().rahmenTabelle->cmdTabelleUmbenennen, Qt::LeftButton);
+    EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Anfragen"}));
+}
+
+TEST_F(Datenbankwahl, OhneNeuesOeffnenWirdEineFremdeAenderungNichtUeberschrieben) {
+    bisTabelle();
+    QFile datei(ordner.filePath("a.mdb"));
+    ASSERT_TRUE(datei.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(
+        datei.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFileDevice::FileModificationTime));
+    datei.close();
+    const QByteArray vorher = inhaltVon(datei.fileName());
+    DialogantwortenSetzen({[this](const Meldung& meldung) {
+                               meldungen.push_back(meldung);
+                               return Knopf::Abbrechen;
+                           },
+                           {},
+                           {}});
+    tabelleWaehlen(QStringLiteral("Interessenten"));
+    ASSERT_FALSE(meldungen.empty());
+    EXPECT_EQ(meldungen[0].titel, u" Fehler!");
+    haupt().close();
+    EXPECT_EQ(inhaltVon(datei.fileName()), vorher);
 }
 
 class Tabellenliste : public Assistent {
@@ -163,6 +194,7 @@ TEST_F(Tabellenliste, LoeschenMitNeinLaesstAllesStehen) {
     erwarte(loeschfrage(QStringLiteral("Interessenten")), Knopf::Nein);
     loeschen();
     EXPECT_EQ(letzteMeldung().symbol, Symbol::Information);
+    EXPECT_EQ(letzteMeldung().knoepfe, Knoepfe::JaNein);
     EXPECT_EQ(letzteMeldung().vorwahl, Knopf::Nein);
     EXPECT_EQ(letzteMeldung().titel, QString());
     EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Interessenten"}));
@@ -218,7 +250,8 @@ TEST_F(Tabellenliste, EinVergebenerNameIstEinFehlerUndLaesstAllesStehen) {
     eingabe = QStringLiteral("Adressen");
     gSystemmeldungZeigen = false;
     DialogantwortenSetzen(
-        {[](const Meldung& meldung) {
+        {[this](const Meldung& meldung) {
+             meldungen.push_back(meldung);
              EXPECT_EQ(meldung.titel, u" Fehler!");
              EXPECT_TRUE(meldung.text.startsWith(u"Fehler beim Umbenennen der Tabelle 'Interessenten'."));
              return Knopf::Abbrechen;
@@ -227,6 +260,7 @@ TEST_F(Tabellenliste, EinVergebenerNameIstEinFehlerUndLaesstAllesStehen) {
          {}});
     gFehler = false;
     umbenennen();
+    EXPECT_EQ(meldungen.size(), 1u);
     EXPECT_FALSE(gFehler);
     EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Interessenten"}));
 }
