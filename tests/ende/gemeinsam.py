@@ -4,6 +4,7 @@ import pathlib
 import shutil
 import sys
 import tempfile
+import time
 import unittest
 
 WURZEL = pathlib.Path(__file__).resolve().parents[2]
@@ -86,8 +87,9 @@ class AmProgramm(unittest.TestCase):
 
     def fertig_klicken(self, fern):
         """Presses the button of a review; a move of all records holds it until it is done."""
+        ende = time.monotonic() + 60
         while not fern.lesen("btnFertig")["aktiv"]:
-            continue
+            self.assertLess(time.monotonic(), ende, "the move does not end")
         fern.klicken("btnFertig")
 
     def review_fertig(self, fern):

@@ -133,6 +133,9 @@ class Muell(gemeinsam.AmProgramm):
         self.assertEqual(vorher, nachher, "another table was touched")
 
     def test_vorgaben(self):
+        self.ablauf()
+
+    def test_ohne_firmenname(self):
         self.ablauf(chkFirmenname=False)
 
     def test_post_und_hausnummer_allein(self):

@@ -198,7 +198,7 @@ class ZweiteTabelle(gemeinsam.AmProgramm):
         zweite_tabelle(self.datei, mdbtools.zeilen(self.datei, tabelle))
         bytes_vorher = self.datei.read_bytes()
         self.bis_tabelle(self.fern, self.datei, tabelle)
-        for phase in (f"Bereite Tabelle '{tabelle}' vor", "Bereite Tabelle auf Vergleich vor", "Durchsuche", "Reichere"):
+        for phase in (f"Bereite Tabelle '{tabelle}' vor", f"Mische '{tabelle}'", "Bereite Tabelle auf Vergleich vor", "Durchsuche", "Reichere"):
             with self.subTest(phase):
                 self.fern.setzen("lstTabellen", tabelle)
                 self.bis_suchoptionen_mit(4, 51, "cbxDatenabgleich")

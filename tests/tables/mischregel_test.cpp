@@ -82,6 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
         Mischfall{"ErsterTeilOhneQuelle", {3, 3}, ohne({31}), u"7"},
         Mischfall{"ZweiterTeilOhneQuelle", {3, 3}, ohne({32}), u"Weg"},
         Mischfall{"ZweiterTeilOhneQuelleLaesstUngekuerzt", {3, 12}, {{33, u"53111 Bonn"}}, u"53111"},
+        Mischfall{"ZweiterTeilOhneQuelleMachtAusLeeremKeinenText", {5, 3}, {{51, u"x"}}, Wert()},
         Mischfall{"MittlererTeilOhneQuelle", {4, 7}, ohne({42}), u"Herr Meyer"},
         Mischfall{"LetzterTeilOhneQuelle", {4, 7}, ohne({43}), u"Herr Hans"},
         Mischfall{"AlleTeileOhneQuelle", {4, 7}, {}, Wert()},
