@@ -123,20 +123,36 @@ TEST_F(Muellsuche, SteuerspaltenDerQuelleWerdenErsetzt) {
     f().beimNachbearbeiten = [this] {
         EXPECT_EQ(felder(ziel), texte({u"Firma", u"Mail", u"TEMP_DSS", u"TEMP_DSN", u"TEMP_AMK"}));
     };
-    f().sonst = [](const Meldung&) { return Knopf::Abbrechen; };
     starten();
+    EXPECT_EQ(gRahmen, 23);
     EXPECT_EQ(spalte(quelle, QStringLiteral("TEMP_AMK")), texte({u"alt", u"alt"}));
 }
 
-TEST_F(Muellsuche, TausendUndEinSatz) {
+class MuellsucheAnDerGrenze : public Muellsuche, public testing::WithParamInterface<int> {};
+INSTANTIATE_TEST_SUITE_P(Saetze, MuellsucheAnDerGrenze, testing::Values(999, 1000, 1001, 2000));
+
+// The last record is the junk one: it counts on both sides of a batch's end.
+TEST_P(MuellsucheAnDerGrenze, DerLetzteSatzZaehlt) {
+    const int anzahl = GetParam();
     std::vector<std::vector<Wert>> zeilen;
-    for (int i = 0; i < 1001; ++i)
-        zeilen.push_back({i, i == 1000 ? Wert::null() : Wert(u"Meyer"), u"a@b.de"});
+    for (int i = 1; i <= anzahl; ++i)
+        zeilen.push_back({i, i == anzahl ? Wert::null() : Wert(u"Meyer"), u"a@b.de"});
     adressen(zeilen);
     starten();
     EXPECT_EQ(gMuellAnzahl, 1);
-    EXPECT_EQ(ergebnis(u"Nr").size(), 1000);
-    EXPECT_EQ(ergebnis(u"Nr").last(), u"999");
+    EXPECT_EQ(ergebnis(u"Nr").size(), anzahl - 1);
+    EXPECT_EQ(ergebnis(u"Nr").last(), QString::number(anzahl - 1));
+}
+
+TEST_F(Muellsuche, VolleFelderMitDenVorgabenGebenKeineAnmerkung) {
+    adressen({{1, u"Meyer GmbH", u"kein Klammeraffe"}, {Wert::null(), u"Meyer", u"a@b.de"}});
+    f().muell = {};
+    f().beimNachbearbeiten = [this] {
+        EXPECT_EQ(ergebnis(u"TEMP_DSS"), texte({u"11", u"14"}));
+        EXPECT_EQ(ergebnis(u"TEMP_AMK")[0], QString());
+    };
+    starten();
+    EXPECT_EQ(gMuellAnzahl, 1);
 }
 
 TEST_F(Muellsuche, AbbruchInJederPhaseLaesstNichtsZurueck) {
