@@ -9,6 +9,7 @@ namespace jet {
 // counted from the start of the structure. Seen in files of both; -1 = the format has no such thing.
 struct Format {
     bool jet4;
+    bool ace = false;  // Jet 4 with what Access 2007 changed
     int seite;  // page size
 
     // page 0
@@ -200,6 +201,12 @@ inline constexpr Format kJet4 = {.jet4 = true,
                                  .indexEintraege = 0x1E0,
                                  .langEinzeln = 4076,
                                  .langStueck = 4072};
+
+inline constexpr Format kAce = [] {
+    Format format = kJet4;
+    format.ace = true;
+    return format;
+}();
 
 // First byte of a page.
 enum Seitenart : quint8 {

@@ -27,7 +27,9 @@ void bitsSammeln(QByteArrayView bits, quint64 erste, quint32 seitenzahl, Karte& 
 }
 
 void verweiseLesen(const Seitendatei& datei, const Sicht& zeile, QStringView struktur, Karte& karte) {
-    for (qsizetype i = 0; 1 + 4 * i + 4 <= zeile.groesse(); ++i) {
+    // A row that was an inline map before may be longer than the pointers: the rest of it means nothing.
+    const qsizetype verweise = std::min<qsizetype>((zeile.groesse() - 1) / 4, datei.format().karteVerweise);
+    for (qsizetype i = 0; i < verweise; ++i) {
         const quint32 nummer = zeile.u32(1 + 4 * i);
         if (nummer == 0) continue;
         if (std::find(karte.bitmapseiten.begin(), karte.bitmapseiten.end(), nummer) !=

@@ -54,7 +54,8 @@ const Format& formatErkennen(QByteArrayView anfang) {
         nichtLesbar(
             u"Die Datei ist leer oder zu kurz für eine Access-Datenbank. Verwenden Sie eine "
             u"Sicherungskopie."_qs);
-    return versionPruefen(Sicht(anfang, u"Dateikopf", 0)) == 0 ? kJet3 : kJet4;
+    const int version = versionPruefen(Sicht(anfang, u"Dateikopf", 0));
+    return version == 0 ? kJet3 : version == 1 ? kJet4 : kAce;
 }
 
 QByteArray kopfEntmaskieren(const Format& format, QByteArrayView anfang) {
@@ -69,7 +70,6 @@ Kopf kopfLesen(QByteArrayView anfang) {
     const Sicht sicht(klar, u"Dateikopf", 0);
     Kopf kopf;
     kopf.version = sicht.u8(0x14);
-    kopf.ace = kopf.version > 1;
     if (sicht.u32(0x20) != kSeiteObjekte)
         nichtLesbar(
             u"Die Datei ist keine Datenbank von Access 97 bis 2003. Speichern Sie sie in Access im "

@@ -39,9 +39,9 @@ QString rechnerAusSperrdatei(const QString& pfad) {
 void sperrdateiPruefen(const QString& pfad) {
     const QFileInfo datei(pfad);
     const QFileInfo ziel(datei.canonicalFilePath());
-    const QString gesucht = ziel.completeBaseName() + u".ldb"_qs;
+    const QStringList gesucht{ziel.completeBaseName() + u".ldb"_qs, ziel.completeBaseName() + u".laccdb"_qs};
     for (const QString& name : ziel.dir().entryList(QDir::Files | QDir::Hidden)) {
-        if (name.compare(gesucht, Qt::CaseInsensitive) != 0) continue;
+        if (!gesucht.contains(name, Qt::CaseInsensitive)) continue;
         const QString rechner = rechnerAusSperrdatei(ziel.dir().filePath(name));
         throw EngineFehler(
             kDateiGesperrt,
@@ -49,16 +49,6 @@ void sperrdateiPruefen(const QString& pfad) {
             "Ist sie nirgends mehr geöffnet, dann löschen Sie die Datei '%3'."_qs.arg(
                 datei.fileName(), rechner.isEmpty() ? QString() : u" (Rechner '%1')"_qs.arg(rechner), name));
     }
-}
-
-void formatPruefen(const Seitendatei& datei) {
-    schreibbarPruefen(datei);
-    if (!datei.format().jet4)
-        throw EngineFehler(
-            kDateiNichtLesbar,
-            u"Datenbanken im Format von Access 97 können in dieser Fassung noch nicht bearbeitet "
-            "werden. Speichern Sie die Datenbank in Access im Format 'Access "
-            "2002-2003-Datenbank (*.mdb)'."_qs);
 }
 
 // The rows of a table of a file that somebody else may change meanwhile.
@@ -151,7 +141,7 @@ MdbDatei::MdbDatei(QString pfad, const QString& passwort) : pfad_(std::move(pfad
     stand_ = engine::dateistandLesen(pfad_);
     datei_ = oeffnen(pfad_, QIODevice::ReadOnly);
     oeffnenPruefen(*datei_, passwort);
-    formatPruefen(*datei_);
+    schreibbarPruefen(*datei_);
     sperrdateiPruefen(pfad_);
     engine::schreibbarkeitPruefen(pfad_);
 }

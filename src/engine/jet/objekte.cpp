@@ -81,10 +81,14 @@ void codepagePruefen(const Seitendatei& datei) {
 }
 
 void sortierungPruefen(const Seitendatei& datei) {
-    if (datei.kopf().ace) return;
     const Tabelle objekte = tdefLesen(datei, kSeiteObjekte);
     const Spalte& name = Orte::an(objekte, u"Name");
     if (name.sortierung == kSortierungGeneral && name.sortVersion == 0) return;
+    if (datei.format().ace)
+        throw EngineFehler(
+            kSystemgrenze,
+            u"Datenbanken von Access 2010 und neuer (.accdb) können nicht geändert werden. Speichern Sie die "
+            u"Datenbank in Access im Format 'Access 2002-2003-Datenbank (*.mdb)'."_qs);
     throw EngineFehler(
         kSystemgrenze,
         u"Die Datenbank verwendet eine Sortierreihenfolge, die nicht unterstützt wird. Stellen Sie in "

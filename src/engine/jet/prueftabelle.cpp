@@ -137,13 +137,11 @@ void langePruefen(Lauf& lauf, const Tabelle& tabelle) {
             lauf.melden(tabelle.seite(), u"Spalte »%1« hat keine Langwertkarten"_qs.arg(s.name));
 }
 
-// An index may still name a column that was dropped; no key can be made then. Access 2007 has other keys for
-// Decimal.
-bool schluesselBekannt(const Seitendatei& datei, const Tabelle& tabelle, const EchterIndex& index) {
+// An index may still name a column that was dropped; no key can be made then.
+bool schluesselBekannt(const Tabelle& tabelle, const EchterIndex& index) {
     return std::all_of(index.spalten.begin(), index.spalten.end(), [&](const IndexSpalte& s) {
         const Spalte* spalte = tabelle.spalteMitNummer(s.nummer);
-        if (!spalte || (datei.kopf().ace && spalte->typ == kTypDezimal)) return false;
-        return schluesselMoeglich(datei.format(), *spalte);
+        return spalte && schluesselMoeglich(*spalte);
     });
 }
 
@@ -188,7 +186,7 @@ void tabellePruefen(Lauf& lauf, const Objekt& objekt) {
     freikartePruefen(lauf, tabelle.frei, daten, u"Karte der freien Datenseiten"_qs);
     std::vector<Indexerwartung> erwartungen(tabelle.echte.size());
     for (size_t i = 0; i < tabelle.echte.size(); ++i)
-        erwartungen[i].mitSchluesseln = schluesselBekannt(lauf.datei(), tabelle, tabelle.echte[i]);
+        erwartungen[i].mitSchluesseln = schluesselBekannt(tabelle, tabelle.echte[i]);
     zeilenPruefen(lauf, tabelle, daten, erwartungen, objekt.flags == 0);
     for (size_t i = 0; i < tabelle.echte.size(); ++i)
         indexPruefen(lauf, tabelle, tabelle.echte[i], i, erwartungen[i]);

@@ -6,6 +6,7 @@
 #include "base/fehler.h"
 #include "engine/jet/bytes.h"
 #include "engine/sort/general.h"
+#include "engine/sort/general97.h"
 
 namespace jet {
 namespace {
@@ -81,22 +82,24 @@ QByteArray guid(const Sicht& wert, bool absteigend) {
     return bloecke(bytes, absteigend);
 }
 
-// The row has the sign and four words, the most significant one first, each little endian.
-QByteArray dezimal(const Sicht& wert, bool absteigend) {
+// The row has the sign and four words, the most significant one first, each little endian. From Access 2007 on a
+// descending key is the complement of the ascending one, the sign included.
+QByteArray dezimal(const Format& format, const Sicht& wert, bool absteigend) {
     QByteArray bytes = wert.teil(0, kDezimalBytes).toByteArray();
     const bool negativ = quint8(bytes[0]) & kOberstesBit;
     for (int wort = 1; wort < kDezimalBytes; wort += 4)
         std::reverse(bytes.begin() + wort, bytes.begin() + wort + 4);
+    bytes[0] = '\xFF';
     if (negativ != absteigend) umkehren(bytes);
-    bytes[0] = negativ ? '\0' : '\xFF';
+    if (!format.ace) bytes[0] = negativ ? '\0' : '\xFF';
     return bytes;
 }
 
 QByteArray text(const Format& format, QByteArrayView wert, bool absteigend) {
-    QByteArray bytes = sort::sortSchluessel(textLesen(format, wert));
+    QByteArray bytes = format.jet4 ? sort::sortSchluessel(textLesen(format, wert)) : sort::sortSchluessel97(wert);
     if (!absteigend) return bytes;
     umkehren(bytes);
-    return bytes + '\0';
+    return format.jet4 ? bytes + '\0' : bytes;
 }
 
 QByteArray aufsteigendeZahl(const Spalte& spalte, const Sicht& wert) {
@@ -122,7 +125,7 @@ QByteArray aufsteigendeZahl(const Spalte& spalte, const Sicht& wert) {
 
 QByteArray wertSchluessel(const Format& format, const Spalte& spalte, bool absteigend,
                           const QByteArray& bytes) {
-    if (!schluesselMoeglich(format, spalte)) ohneSchluessel(spalte);
+    if (!schluesselMoeglich(spalte)) ohneSchluessel(spalte);
     const Sicht wert(bytes, spalte.name, 0);
     switch (spalte.typ) {
         case kTypText:
@@ -133,7 +136,7 @@ QByteArray wertSchluessel(const Format& format, const Spalte& spalte, bool abste
         case kTypGuid:
             return guid(wert, absteigend);
         case kTypDezimal:
-            return dezimal(wert, absteigend);
+            return dezimal(format, wert, absteigend);
         default:
             break;
     }
@@ -144,9 +147,9 @@ QByteArray wertSchluessel(const Format& format, const Spalte& spalte, bool abste
 
 }  // namespace
 
-bool schluesselMoeglich(const Format& format, const Spalte& spalte) {
+bool schluesselMoeglich(const Spalte& spalte) {
     if (spalte.istText())
-        return format.jet4 && spalte.sortierung == kSortierungGeneral && spalte.sortVersion == 0;
+        return spalte.sortierung == kSortierungGeneral && spalte.sortVersion == 0;
     switch (spalte.typ) {
         case kTypOle:
             return false;

@@ -39,11 +39,6 @@ std::vector<quint32> eigeneSeiten(const Seitendatei& datei, const Tabelle& tabel
 }  // namespace
 
 void schreibbarPruefen(const Seitendatei& datei) {
-    if (datei.kopf().ace)
-        throw EngineFehler(kSchreibgeschuetzt,
-                           u"Datenbanken im Format von Access 2007 und neuer (.accdb) können nicht geändert "
-                           "werden. Speichern Sie die Datenbank in Access im Format 'Access 2002-2003-"
-                           "Datenbank (*.mdb)'."_qs);
     if (datei.endetAngebrochen())
         throw EngineFehler(
             kBeschaedigt,

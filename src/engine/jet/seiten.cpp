@@ -73,7 +73,7 @@ void Seitendatei::oeffnen() {
 void Seitendatei::seiteZweiPruefen() const {
     const QByteArray zwei = seite(kSeiteObjekte);
     if (zwei[0] == char(kTdefseite) && zwei[1] == 1) return;
-    if (kopf_.ace)
+    if (format_->ace)
         throw EngineFehler(kDateiNichtLesbar,
                            u"Die Datei ist mit einem Kennwort von Access 2007 oder neuer "
                            u"verschlüsselt. Entfernen Sie das Kennwort in Access."_qs);

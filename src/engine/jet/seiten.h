@@ -14,7 +14,6 @@ namespace jet {
 // Page 0, un-masked. Seen in files of Access 97 to 2016.
 struct Kopf {
     int version = 0;  // byte 0x14: 0 Jet 3, 1 Jet 4, 2 and up ACE
-    bool ace = false;
     quint16 codepage = 1252;  // text of Jet 3; 0 in the file means 1252
     quint16 sortierung = 0;   // 0x0409 = General
     quint8 sortVersion = 0;   // 0 = General of Access 2000 to 2007, 1 = of 2010

@@ -19,6 +19,7 @@ constexpr qsizetype kKuerzesterKomprimierter = 3;
 constexpr qsizetype kLaengsterKomprimierter = 1024;
 constexpr qint64 kZehntausend = 10000;
 constexpr int kGuidBytes = 16;
+constexpr qsizetype kGezeigterText = 40;  // characters of a text in a message
 
 [[noreturn]] void passtNicht(const Spalte& spalte) {
     throw EngineFehler(kUmwandlung,
@@ -144,15 +145,23 @@ QByteArray guidBytes(const Spalte& spalte, const Wert& wert) {
     return bytes;
 }
 
+[[noreturn]] void zeichenFehlt(const Spalte& spalte, const QString& text) {
+    const auto fehlt = std::find_if(text.begin(), text.end(), [](QChar zeichen) {
+        bool ok = true;
+        text1252(QStringView(&zeichen, 1), &ok);
+        return !ok;
+    });
+    throw EngineFehler(
+        kUmwandlung,
+        u"Ein Text des Feldes '%1' enthält das Zeichen '%2', das es in einer Datenbank von Access 97 nicht gibt: "
+        "\"%3\". Ersetzen Sie es oder speichern Sie die Datenbank im Format von Access 2000 bis 2003."_qs.arg(
+            spalte.name, QString(fehlt, fehlt->isHighSurrogate() ? 2 : 1), text.left(kGezeigterText)));
+}
+
 QByteArray textBytes3(const Spalte& spalte, const QString& text) {
     bool ok = true;
     const QByteArray bytes = text1252(text, &ok);
-    if (!ok)
-        throw EngineFehler(
-            kUmwandlung,
-            u"Ein Text des Feldes '%1' enthält Zeichen, die es in einer Datenbank von Access 97 nicht gibt. "
-            "Ersetzen Sie diese Zeichen oder speichern Sie die Datenbank im Format von Access 2000 bis 2003."_qs
-                .arg(spalte.name));
+    if (!ok) zeichenFehlt(spalte, text);
     return bytes;
 }
 

@@ -215,17 +215,69 @@ TEST(Schluessel, KomprimierterUndUnkomprimierterTextHabenDenselbenSchluessel) {
     EXPECT_EQ(kurz, lang);
 }
 
+const struct {
+    const char16_t* text;
+    const char* auf;
+} kTexte97[] = {
+    {u"", "7F 00"},
+    {u"A", "7F 60 00"},
+    {u"a", "7F 60 00"},
+    {u"Müller", "7F 6F 78 6D 6D 66 75 06 00"},
+    {u"MÜLLER", "7F 6F 78 6D 6D 66 75 06 00"},
+    {u"Müller  ", "7F 6F 78 6D 6D 66 75 06 00"},
+    {u"Größe", "7F 68 75 72 76 76 66 06 00"},
+    {u"café", "7F 62 60 67 66 02 24 00"},
+    {u"Weiß", "7F 7B 66 6A 76 76 00"},
+    {u"Weiss", "7F 7B 66 6A 76 76 00"},
+    {u"Großmann-Öz", "7F 68 75 72 76 76 6F 60 70 70 1E 72 7E 02 22 22 26 00"},
+    {u"O'Neill", "7F 72 18 70 66 6A 6D 6D 00"},
+    {u"12345", "7F 57 58 59 5A 5B 00"},
+};
+
+TEST(Schluessel, DezimalVonAccess2007AbsteigendIstDasKomplement) {
+    const jet::Spalte s = spalte(jet::kTypDezimal, 17);
+    const Wert plus{Dezimal{false, 0, 1, 0}};
+    const Wert minus{Dezimal{true, 0, 258, 0}};
+    EXPECT_EQ(schluesselVon(s, plus, false, jet::kAce), schluesselVon(s, plus, false, jet::kJet4));
+    EXPECT_EQ(schluesselVon(s, minus, false, jet::kAce), schluesselVon(s, minus, false, jet::kJet4));
+    EXPECT_EQ(hex(schluesselVon(s, plus, true, jet::kAce)),
+              "80 00 FF FF FF FF FF FF FF FF FF FF FF FF FF FF FF FE");
+    EXPECT_EQ(hex(schluesselVon(s, minus, true, jet::kAce)),
+              "80 FF 00 00 00 00 00 00 00 00 00 00 00 00 00 00 01 02");
+}
+
+TEST(Schluessel, TexteVonAccess97) {
+    for (const auto& fall : kTexte97) {
+        SCOPED_TRACE(QString::fromUtf16(fall.text).toStdString());
+        const QByteArray auf = schluesselVon(spalte(jet::kTypText), Wert(fall.text), false, jet::kJet3);
+        EXPECT_EQ(hex(auf), fall.auf);
+        // Descending: the complement, with nothing behind it.
+        QByteArray ab = auf;
+        for (char& byte : ab) byte = char(~byte);
+        EXPECT_EQ(schluesselVon(spalte(jet::kTypText), Wert(fall.text), true, jet::kJet3), ab);
+    }
+}
+
+TEST(Schluessel, BeiAccess97Zaehlen255Bytes) {
+    const jet::Spalte memo = spalte(jet::kTypMemo);
+    const QString lang(255, u'x');
+    EXPECT_EQ(schluesselVon(memo, Wert(lang), false, jet::kJet3),
+              schluesselVon(memo, Wert(lang + u'y'), false, jet::kJet3));
+    EXPECT_NE(schluesselVon(memo, Wert(lang), false, jet::kJet3),
+              schluesselVon(memo, Wert(lang.chopped(1) + u'y'), false, jet::kJet3));
+}
+
 TEST(Schluessel, OhneSchluesselSindFremdeSortierungenUndOle) {
     jet::Spalte text = spalte(jet::kTypText);
-    EXPECT_TRUE(jet::schluesselMoeglich(jet::kJet4, text));
+    EXPECT_TRUE(jet::schluesselMoeglich(text));
     text.sortVersion = 1;
-    EXPECT_FALSE(jet::schluesselMoeglich(jet::kJet4, text));
+    EXPECT_FALSE(jet::schluesselMoeglich(text));
     text = spalte(jet::kTypText);
     text.sortierung = 0x0407;
-    EXPECT_FALSE(jet::schluesselMoeglich(jet::kJet4, text));
-    EXPECT_FALSE(jet::schluesselMoeglich(jet::kJet4, spalte(jet::kTypOle)));
-    EXPECT_FALSE(jet::schluesselMoeglich(jet::kJet4, spalte(jet::kTypKomplex)));
-    EXPECT_TRUE(jet::schluesselMoeglich(jet::kJet3, spalte(jet::kTypLong)));
+    EXPECT_FALSE(jet::schluesselMoeglich(text));
+    EXPECT_FALSE(jet::schluesselMoeglich(spalte(jet::kTypOle)));
+    EXPECT_FALSE(jet::schluesselMoeglich(spalte(jet::kTypKomplex)));
+    EXPECT_TRUE(jet::schluesselMoeglich(spalte(jet::kTypLong)));
     QByteArray ziel;
     QString meldung;
     EXPECT_EQ(proben::fehlerVon(

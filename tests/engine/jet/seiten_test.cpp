@@ -53,7 +53,7 @@ TEST(JetSeiten, KopfJederProbe) {
         PROBE_ODER_UEBERSPRINGEN(name);
         const auto datei = proben::oeffnen(name);
         EXPECT_EQ(datei->kopf().version, f.version);
-        EXPECT_EQ(datei->kopf().ace, f.version > 1);
+        EXPECT_EQ(datei->format().ace, f.version > 1);
         EXPECT_EQ(datei->kopf().schluessel, f.schluessel);
         EXPECT_EQ(datei->kopf().passwort, f.passwort);
         EXPECT_EQ(datei->kopf().codepage, 1252);
