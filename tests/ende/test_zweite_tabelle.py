@@ -1,14 +1,10 @@
 """Reconciliation and new data on a file that others wrote, held against the rules told a second time and mdbtools."""
-import json
-import pathlib
-import subprocess
 import unittest
 
 import gemeinsam
 import mdbtools
 import regelwerk as r
-
-PRUEFSTAND = pathlib.Path(gemeinsam.PROGRAMM).with_name("lindgarn-pruefstand")
+import vorgaenge
 
 # (group, mask): the kinds whose parts are joined, each with its parser; None takes the value as it stands.
 MISCHUNG = {
@@ -46,20 +42,8 @@ def ergaenzt(ziel, felder2, zeile):
 
 
 def zweite_tabelle(datei, zeilen):
-    """Adds a table of another build: some of the addresses with other spellings, and some new ones."""
-    felder = [
-        {"name": n, "typ": 10, "groesse": 100} for n in ("Name der Firma", "Anschrift", "PLZ und Ort", "Telefon", "Kontakt")
-    ]
-    reihen = []
-    for nr in range(0, len(zeilen), 7):
-        _, firma, anrede, vorname, nachname, strasse, plz, ort, telefon = zeilen[nr][:9]
-        kontakt = " ".join(t for t in (anrede, vorname, nachname) if t) or None
-        strasse = strasse.replace("straße", "str.") if strasse else None
-        reihen.append([firma, strasse, " ".join(t for t in (plz, ort) if t) or None, telefon, kontakt])
-    reihen += [[f"Neuland {n} GmbH", f"Uferweg {n}", f"1811{n} Rostock", f"0381/99887{n}", None] for n in range(1, 6)]
-    auftrag = {"id": 1, "op": "TabelleSchreiben", "args": [str(datei), "", {"name": "Messe", "felder": felder, "indexe": [], "zeilen": reihen}]}  # fmt: skip
-    antwort = subprocess.run([PRUEFSTAND], input=json.dumps(auftrag) + "\n", capture_output=True, text=True, check=True)
-    assert json.loads(antwort.stdout)["result"] is True, antwort.stdout
+    tabelle = vorgaenge.messe(zeilen, ("Name der Firma", "Anschrift", "PLZ und Ort", "Telefon", "Kontakt"))
+    vorgaenge.pruefstand("TabelleSchreiben", str(datei), "", tabelle)
 
 
 class ZweiteTabelle(gemeinsam.AmProgramm):

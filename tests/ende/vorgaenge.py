@@ -1,0 +1,192 @@
+"""The six operations, one after the other on one database file, through the wizard."""
+import json
+import pathlib
+import subprocess
+import unicodedata
+
+import gemeinsam
+
+PRUEFSTAND = pathlib.Path(gemeinsam.PROGRAMM).with_name("lindgarn-pruefstand")
+NAMEN = ("Dubletten", "Muell", "Splitten", "Mischen", "Abgleich", "NeueDat")  # of the targets; dBase takes 8 letters
+
+# What each field holds, as the popup of the field list says it: the program's own proposal looks at some records by chance.
+ARTEN = {
+    "KUNDENNUMM": ["Index"], "FIRMA": ["Unternehmen", "Firmenname+Rechtsform"], "ANREDE": ["Kontakt", "Anrede"],
+    "VORNAME": ["Kontakt", "Vorname"], "NACHNAME": ["Kontakt", "Nachname"], "STRASSE": ["Adresse", "Straße+Hausnummer"],
+    "PLZ": ["Adresse", "Postleitzahl"], "ORT": ["Adresse", "Ort"], "TELEFON": ["Kommunikation", "Vorwahl+Telefon"],
+    "TELEFAX": ["Kommunikation", "Vorwahl+Telefax"], "EMAIL": ["Internet", "Emailadresse"], "HOMEPAGE": ["Ignorieren"],
+    "ERFASST": ["Ignorieren"], "UMSATZ": ["Ignorieren"], "FIRMA2": ["Unternehmen", "Firmenname+Rechtsform"],
+    "ANSCHRIFT": ["Adresse", "Straße+Hausnummer"], "PLZORT": ["Adresse", "Postleitzahl+Ort"],
+    "KONTAKT": ["Kontakt", "Anrede+Vorname+Nachname"],
+}  # fmt: skip
+
+
+def feldart(zeile):
+    """The popup's path for a line of the field list, and whether the line says so already."""
+    name = zeile.strip().split(".")[0].upper().replace("ß", "SS")[:10]
+    pfad = ARTEN[name]
+    return pfad, zeile.endswith("(" + pfad[-1].replace("+", ",") + ")")
+
+
+def pruefstand(op, *args):
+    """One operation of the test bench; its result."""
+    auftrag = json.dumps({"id": 1, "op": op, "args": list(args)})
+    antwort = subprocess.run([PRUEFSTAND], input=auftrag + "\n", capture_output=True, text=True, check=True)
+    antwort = json.loads(antwort.stdout)
+    assert "result" in antwort, antwort
+    return antwort["result"]
+
+
+def in_1252(zeilen):
+    """The rows with the base letter where Windows-1252 lacks one, which Access 97 and most others cannot store."""
+
+    def zeichen(c):
+        try:
+            c.encode("cp1252")
+            return c
+        except UnicodeEncodeError:
+            return {"ı": "i"}.get(c, unicodedata.normalize("NFD", c)[0])
+
+    return [["".join(map(zeichen, w)) if isinstance(w, str) else w for w in zeile] for zeile in zeilen]
+
+
+def tabelle_uebertragen(quelle, tabelle, ziel, passwort=""):
+    """Copies a table of a database into another one, without its indexes; letters stay within Windows-1252."""
+    katalog = pruefstand("Katalog", str(quelle), "")["tabellen"]
+    felder = next(t for t in katalog if t["name"] == tabelle)["felder"]
+    zeilen = in_1252(pruefstand("Zeilen", str(quelle), "", tabelle, 0, -1))
+    pruefstand("TabelleSchreiben", str(ziel), passwort, {"name": tabelle, "felder": felder, "indexe": [], "zeilen": zeilen})
+
+
+def messe(zeilen, namen=("Firma2", "Anschrift", "PLZOrt", "Telefon", "Kontakt")):
+    """A second table, of another build: some of the addresses with other spellings, and some new ones."""
+    felder = [{"name": n, "typ": 10, "groesse": 100} for n in namen]
+    reihen = []
+    for _, firma, anrede, vorname, nachname, strasse, plz, ort, telefon, *_ in zeilen[::7]:
+        kontakt = " ".join(t for t in (anrede, vorname, nachname) if t) or None
+        strasse = strasse.replace("straße", "str.") if strasse else None
+        reihen.append([firma, strasse, " ".join(t for t in (plz, ort) if t) or None, telefon, kontakt])
+    reihen += [[f"Neuland {n} GmbH", f"Uferweg {n}", f"1811{n} Rostock", f"0381/99887{n}", None] for n in range(1, 6)]
+    return {"name": "Messe", "felder": felder, "indexe": [], "zeilen": reihen}
+
+
+class SechsVorgaenge:
+    """Drives one program over one file; `ziele` holds the names of the six new tables, in the order of NAMEN.
+
+    `namen` replaces the proposed names; `hinweis` is part of a message that comes when the file is opened.
+    """
+
+    def __init__(self, test, fern, datei, tabelle="Adressen", zweite="Messe", passwort="", namen=None, hinweis=None):
+        self.test, self.fern, self.datei = test, fern, datei
+        self.tabelle, self.zweite, self.passwort, self.hinweis = tabelle, zweite, passwort, hinweis
+        self.vorgabe = namen or [None] * len(NAMEN)
+        self.ziele = []
+
+    def alle(self):
+        """Runs all six; leaves the program at the list of tables."""
+        self.oeffnen()
+        for vorgang in (self.dubletten, self.muell, self.splitten, self.verschmelzen, self.abgleich, self.neue_daten):
+            vorgang()
+            self.fern.klicken("btnWeiter")
+            self.fern.rahmen(3)
+        return self.ziele
+
+    def oeffnen(self):
+        for rahmen in (0, 1):
+            self.fern.rahmen(rahmen)
+            self.fern.klicken("btnWeiter")
+        self.fern.rahmen(2)
+        self.fern.setzen("tbxDatenbankName", str(self.datei))
+        if self.passwort:
+            self.fern.setzen("tbxDatenbankPasswort", self.passwort)
+        self.fern.klicken("btnWeiter")
+        if self.hinweis:
+            self.fern.warten("meldung")
+            self.test.assertIn(self.hinweis, self.fern.meldung()["text"])
+            self.fern.druecken("OK")
+        self.fern.rahmen(3)
+
+    def waehlen(self, auswahl):
+        self.fern.setzen("lstTabellen", self.tabelle)
+        self.fern.klicken("btnWeiter")
+        self.fern.rahmen(5)
+        self.fern.klicken(f"btnAuswahl_{auswahl}")
+
+    def felder_bestaetigen(self, mal=1):
+        for _ in range(mal):
+            self.fern.rahmen(7)
+            for i, zeile in enumerate(self.fern.lesen("lstFelder")["eintraege"]):
+                pfad, steht_da = feldart(zeile)
+                if not steht_da:
+                    self.fern.befehl("menue", objekt="lstFelder", zeile=i, pfad=pfad)
+            self.test.assertTrue(all(feldart(z)[1] for z in self.fern.lesen("lstFelder")["eintraege"]))
+            self.fern.klicken("btnWeiter")
+
+    def ziel_bestaetigen(self, naechster):
+        self.fern.rahmen(4)
+        vorgabe = self.vorgabe[len(self.ziele)]
+        if vorgabe:
+            self.fern.setzen("tbxZielTabelle", vorgabe)
+        self.ziele.append(self.fern.text("tbxZielTabelle"))
+        self.fern.klicken("btnWeiter")
+        self.fern.rahmen(naechster)
+
+    def review(self, fenster, rahmen, alles=None):
+        self.fern.klicken("btnWeiter")
+        self.fern.warten("fenster", fenster, 120000)
+        if alles:
+            self.fern.klicken(alles)
+        self.test.fertig_klicken(self.fern)
+        self.fern.warten("meldung")
+        self.fern.druecken("Ja")
+        self.fern.rahmen(rahmen)
+
+    def dubletten(self):
+        self.waehlen(3)
+        self.felder_bestaetigen()
+        self.ziel_bestaetigen(11)
+        self.review("frmDublettenBearbeiten", 13, "btnAngereichert")
+
+    def muell(self):
+        self.waehlen(2)
+        self.felder_bestaetigen()
+        self.ziel_bestaetigen(21)
+        self.review("frmMüllBearbeiten", 23)
+
+    def splitten(self):
+        self.waehlen(1)
+        self.ziel_bestaetigen(31)
+        self.fern.setzen("cbxSplittenTypus", {"index": 1})
+        self.fern.setzen("cbxSplitten1", self.feld("Straße"))
+        self.fern.setzen("tbxSplitten1", "Weg")
+        self.fern.setzen("tbxSplitten2", "Nummer")
+        self.fern.klicken("btnWeiter")
+        self.fern.rahmen(32)
+
+    def verschmelzen(self):
+        self.waehlen(0)
+        self.ziel_bestaetigen(41)
+        self.fern.setzen("cbxVerschmelzen1", self.feld("PLZ"))
+        self.fern.setzen("cbxVerschmelzen2", self.feld("Ort"))
+        self.fern.setzen("tbxVerschmolzen", "Wohnort")
+        self.fern.klicken("btnWeiter")
+        self.fern.rahmen(42)
+
+    def abgleich(self):
+        self.mit_zweiter_tabelle(4, 51, "cbxDatenabgleich", 53, "btnAngereichert")
+
+    def neue_daten(self):
+        self.mit_zweiter_tabelle(5, 61, "cbxNeueDaten", 63, "btnAngereichert")
+
+    def mit_zweiter_tabelle(self, auswahl, rahmen, liste, ende, alles):
+        self.waehlen(auswahl)
+        self.fern.rahmen(rahmen)
+        self.fern.setzen(liste, self.zweite)
+        self.fern.klicken("btnWeiter")
+        self.felder_bestaetigen(2)
+        self.ziel_bestaetigen(11)
+        self.review("frmDublettenBearbeiten", ende, alles)
+
+    def feld(self, name):
+        """The field's name as the file spells it."""
+        return name
