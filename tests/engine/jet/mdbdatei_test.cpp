@@ -246,6 +246,65 @@ TEST_F(MdbDatei, EinUnpassenderNameWirdNichtAngelegt) {
     EXPECT_EQ(inhalt(pfad_), vorher);
 }
 
+struct Grenzfall {
+    const char* was;
+    int felder;
+    int indexe;
+    int indexfelder;
+    int textlaenge;  // characters in each field of the only record
+    int fehler;
+};
+
+constexpr Grenzfall kGrenzen[] = {
+    {"255 Felder", 255, 0, 0, 0, 0},
+    {"256 Felder", 256, 0, 0, 0, kZuVieleFelder},
+    {"32 Indizes", 40, 32, 1, 5, 0},
+    {"33 Indizes", 40, 33, 1, 5, kSystemgrenze},
+    {"10 Felder in einem Index", 12, 1, 10, 5, 0},
+    {"11 Felder in einem Index", 12, 1, 11, 5, kSystemgrenze},
+    // Two bytes a character; a record has 4,060 of them, offsets and counts included.
+    {"Datensatz passt", 8, 0, 0, 250, 0},
+    {"Datensatz zu lang", 9, 0, 0, 250, kSystemgrenze},
+};
+
+class Grenzen : public MdbDatei, public testing::WithParamInterface<Grenzfall> {};
+
+// A limit is told in a sentence that names the table or the number, and the file stays as it was.
+TEST_P(Grenzen, WerdenVorherGefunden) {
+    const Grenzfall& fall = GetParam();
+    TabellenDef def;
+    def.name = u"Grenze"_qs;
+    for (int i = 0; i < fall.felder; ++i) def.felder.push_back(feld(u"F%1"_qs.arg(i), dao::dbText, 255));
+    for (int i = 0; i < fall.indexe; ++i) {
+        engine::IndexDef neu = index(u"I%1"_qs.arg(i), u"F0"_qs, false);
+        neu.felder.clear();
+        for (int f = 0; f < fall.indexfelder; ++f) neu.felder.push_back({u"F%1"_qs.arg(i + f), false});
+        def.indexe.push_back(neu);
+    }
+    // Letters beyond Latin-1, which are not stored in one byte.
+    const Zeile zeile(size_t(fall.felder), Wert(QString(fall.textlaenge, u'ł')));
+    for (FeldDef& f : def.felder) f.leerErlaubt = true;
+    const QByteArray vorher = inhalt(pfad_);
+    jet::MdbDatei datei(pfad_, QString());
+    QString meldung;
+    EXPECT_EQ(proben::fehlerVon([&] { datei.anwenden({anlegen(def, {zeile})}); }, &meldung), fall.fehler)
+        << meldung.toStdString();
+    if (fall.fehler == 0) {
+        EXPECT_EQ(zeilenLautMdbtools(pfad_, def.name).size(), 1);
+        ohneMangel(pfad_);
+    } else {
+        EXPECT_EQ(inhalt(pfad_), vorher);
+        EXPECT_TRUE(meldung.contains(u'.')) << meldung.toStdString();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Access, Grenzen, testing::ValuesIn(kGrenzen), [](const auto& fall) {
+    QString name = QString::fromUtf8(fall.param.was);
+    for (QChar& c : name)
+        if (!c.isLetterOrNumber()) c = u'_';
+    return name.toStdString();
+});
+
 // Every .mdb file of others: a table goes in, everything else stays as mdbtools saw it.
 TEST_F(MdbDatei, InFremdeDateienGeschriebenBleibtAllesAndereGleich) {
     int geprueft = 0;
