@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing: `installieren.sh bauen` for building and running the program,
-# `installieren.sh pruefen` for the tests on top of it.
+# `installieren.sh pruefen` for the tests on top of it, `installieren.sh paket` for the Debian package.
 set -euo pipefail
 
 BAUEN=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl1-mesa-dev libsqlite3-dev qt6-translations-l10n
        libqt6svg6 fonts-liberation python3 mdbtools)
 PRUEFEN=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev)
+PAKET=(dpkg-dev cmark-gfm appstream desktop-file-utils man-db lintian devscripts debootstrap)
 
 pakete=("${BAUEN[@]}")
 [ "${1:-bauen}" = pruefen ] && pakete+=("${PRUEFEN[@]}")
+[ "${1:-bauen}" = paket ] && pakete+=("${PAKET[@]}")
 
 fehlend=()
 for paket in "${pakete[@]}"; do

@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+#include <QRegularExpression>
+#include <QStringList>
 #include <vector>
 
 #include "fields/feldarten.h"
@@ -44,6 +47,38 @@ TEST(Einstellungen, LeereDateiNulltAlleGewichteUndLaesstDieSchwellen) {
     EXPECT_EQ(gFeldArten[34].Bezeichnung, u"Ort");
     EXPECT_EQ(gFeldArten[34].Code, 8);
     EXPECT_EQ(gFeldGruppen[6].Bezeichnung, u"Internet");
+}
+
+// The settings file that comes with the program, as it stands in the sources.
+QString beiliegendeDatei() {
+    QFile datei(QStringLiteral(LINDGARN_QUELLE "/resources/Einstellungen.CFG"));
+    EXPECT_TRUE(datei.open(QIODevice::ReadOnly));
+    return TextAusBytes(datei.readAll());
+}
+
+TEST(Einstellungen, DieBeiliegendeDateiNenntDieEingebautenGewichte) {
+    EinstellungenAnwenden(std::nullopt);
+    const auto eingebaut = gFeldArten;
+    const float schwellen[] = {gRelevanz, gSignifikanz};
+    EinstellungenAnwenden(beiliegendeDatei());
+    for (int nummer = kErsteFeldart; nummer <= kLetzteFeldart; ++nummer) {
+        EXPECT_EQ(relevanz(nummer), eingebaut[size_t(nummer)].RelevanzFaktor) << nummer;
+        EXPECT_EQ(signifikanz(nummer), eingebaut[size_t(nummer)].SignifikanzFaktor) << nummer;
+    }
+    EXPECT_EQ(gRelevanz, schwellen[0]);
+    EXPECT_EQ(gSignifikanz, schwellen[1]);
+}
+
+// A line that the reader would pass over in silence is a mistake in a sample that people copy from.
+bool istWohlgeformt(const QString& zeile) {
+    static const QRegularExpression form(QStringLiteral(
+        "^('[^,]*|\\d+|(RelevanzFaktor|SignifikanzFaktor|gRelevanz|gSignifikanz) = \\d+|)$"));
+    return form.match(zeile).hasMatch();
+}
+
+TEST(Einstellungen, InDerBeiliegendenDateiWirdKeineZeileUebergangen) {
+    for (const QString& zeile : beiliegendeDatei().split(u'\n'))
+        EXPECT_TRUE(istWohlgeformt(zeile)) << zeile.toStdString();
 }
 
 TEST(Einstellungen, EineVolleDatei) {
