@@ -27,12 +27,16 @@ pruefer_fragen() {
     ueberschrift "Prüfprogramme"
     appstreamcli validate --no-net packaging/*.metainfo.xml
     desktop-file-validate packaging/lindgarn.desktop
-    local klagen
-    klagen=$(LC_ALL=C.UTF-8 man --warnings -E UTF-8 -l -Tutf8 -Z packaging/man/lindgarn.1 2>&1 >/dev/null)
-    [ -z "$klagen" ] || scheitern "Handbuchseite: $klagen"
-    # Stack protector, fortified functions, read-only relocations, immediate binding, position independence.
-    hardening-check "$bau/bin/lindgarn"
-    lintian --fail-on error,warning --suppress-tags-from-file packaging/debian/lintian-ausnahmen "$paket"
+    local seite klagen
+    for seite in packaging/man/*.1; do
+        klagen=$(LC_ALL=C.UTF-8 man --warnings -E UTF-8 -l -Tutf8 -Z "$seite" 2>&1 >/dev/null)
+        [ -z "$klagen" ] || scheitern "$seite: $klagen"
+    done
+    # Stack protector, read-only relocations, immediate binding, position independence. The program calls no function
+    # of the C library whose bounds the compiler could know, and Debian 12 does not build with control flow checks.
+    hardening-check --nofortify --nocfprotection "$bau/bin/lindgarn"
+    # The tag left out asks for a bug in Debian's own archive, for which this package is not meant.
+    lintian --allow-root --fail-on error,warning --suppress-tags initial-upload-closes-no-bugs "$paket"
 }
 
 reines_system() {
@@ -66,6 +70,7 @@ installieren_und_entfernen() {
     cp "$paket" "$rein/tmp/lindgarn.deb"
     drinnen dpkg -i /tmp/lindgarn.deb
     drinnen dpkg --verify lindgarn
+    bestand | cmp -s - "$rein.vorher" && scheitern "der Bestand zeigt das installierte Paket nicht"
 
     ueberschrift "Starten"
     # The remote control drives the same program; it stands where the program stands, so that it finds the same files.

@@ -5,7 +5,7 @@ set -euo pipefail
 
 BAUEN=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl1-mesa-dev libsqlite3-dev qt6-translations-l10n
        libqt6svg6 fonts-liberation python3 mdbtools)
-PRUEFEN=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev)
+PRUEFEN=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev cmark-gfm)
 PAKET=(dpkg-dev cmark-gfm appstream desktop-file-utils man-db lintian devscripts debootstrap)
 
 pakete=("${BAUEN[@]}")

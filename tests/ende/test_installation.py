@@ -18,6 +18,7 @@ DATEIEN = {
     "share/icons/hicolor/scalable/apps/lindgarn.svg",
     "share/metainfo/example.lindgarn.lindgarn.metainfo.xml",
     "share/man/de/man1/lindgarn.1.gz",
+    "share/man/man1/lindgarn.1.gz",
 }
 
 
