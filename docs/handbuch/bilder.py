@@ -19,7 +19,12 @@ from fernsteuerung import Fernsteuerung  # noqa: E402
 TABELLE = "Adressen"
 ZWEITE = "Interessenten"
 LAUFZEIT_MS = 300000
-# Where the proposal for the second table is put right.
+# Where the proposals for the two tables are put right. The proposal for the surname hangs on sampled values.
+ZUORDNUNG_ERSTE = {
+    "Nachname": ["Kontakt", "Nachname"],
+    "Telefax": ["Kommunikation", "Vorwahl+Telefax"],
+    "Homepage": ["Internet", "Internetadresse"],
+}
 ZUORDNUNG_ZWEITE = {"Name": ["Kontakt", "Vorname+Nachname"], "Rufnummer": ["Kommunikation", "Vorwahl+Telefon"]}
 
 
@@ -47,6 +52,12 @@ class Rundgang:
         self.bild("datenbank")
         self.fern.setzen("tbxDatenbankName", str(datei))
         self.weiter(3)
+
+    def zuordnen(self, felder):
+        zeilen = self.fern.lesen("lstFelder")["eintraege"]
+        for feld, eintraege in felder.items():
+            zeile = next(i for i, z in enumerate(zeilen) if z.strip().startswith(feld + "."))
+            self.fern.befehl("menue", objekt="lstFelder", zeile=zeile, pfad=eintraege)
 
     def vorgang(self, auswahl, rahmen):
         self.fern.setzen("lstTabellen", TABELLE)
@@ -91,6 +102,7 @@ class Rundgang:
         self.bild("vorgang")
         self.fern.klicken("btnAuswahl_3")
         self.fern.rahmen(7)
+        self.zuordnen(ZUORDNUNG_ERSTE)
         self.bild("zuordnung")
         self.weiter(4)
         self.bild("zieltabelle")
@@ -106,6 +118,7 @@ class Rundgang:
 
     def muell(self):
         self.vorgang(2, 7)
+        self.zuordnen(ZUORDNUNG_ERSTE)
         self.weiter(4)
         self.weiter(21)
         # Most of the sample's customers are persons, who have no firm.
@@ -146,13 +159,11 @@ class Rundgang:
         self.fern.setzen(liste, ZWEITE)
         self.bild(name)
         self.weiter(7)
+        self.zuordnen(ZUORDNUNG_ERSTE)
         self.weiter(7)
         if vorschlag:
             self.bild(vorschlag)
-        for feld, eintraege in ZUORDNUNG_ZWEITE.items():
-            zeilen = self.fern.lesen("lstFelder")["eintraege"]
-            zeile = next(i for i, z in enumerate(zeilen) if z.strip().startswith(feld + "."))
-            self.fern.befehl("menue", objekt="lstFelder", zeile=zeile, pfad=eintraege)
+        self.zuordnen(ZUORDNUNG_ZWEITE)
         self.bild(f"{name}-zuordnung")
         self.weiter(4)
         self.weiter(11)
