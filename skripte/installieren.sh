@@ -1,16 +1,21 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing: `installieren.sh bauen` for building and running the program,
-# `installieren.sh pruefen` for the tests on top of it, `installieren.sh paket` for the Debian package.
+# `installieren.sh pruefen` for the tests on top of it, `installieren.sh paket` for the Debian package,
+# `installieren.sh stil` for the checks of style, `installieren.sh abdeckung` for measuring what the tests reach.
 set -euo pipefail
 
-BAUEN=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl1-mesa-dev libsqlite3-dev qt6-translations-l10n
+BAUEN=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl1-mesa-dev libsqlite3-dev qt6-translations-l10n
        libqt6svg6 fonts-liberation python3 mdbtools)
 PRUEFEN=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev cmark-gfm)
 PAKET=(dpkg-dev cmark-gfm appstream desktop-file-utils man-db lintian devscripts debootstrap)
+ABDECKUNG=(llvm-14)
+STIL=(clang-format-14 clang-tidy-14 black shellcheck)
 
 pakete=("${BAUEN[@]}")
-[ "${1:-bauen}" = pruefen ] && pakete+=("${PRUEFEN[@]}")
+[[ "${1:-bauen}" =~ ^(pruefen|abdeckung)$ ]] && pakete+=("${PRUEFEN[@]}")
+[ "${1:-bauen}" = abdeckung ] && pakete+=("${ABDECKUNG[@]}")
 [ "${1:-bauen}" = paket ] && pakete+=("${PAKET[@]}")
+[ "${1:-bauen}" = stil ] && pakete=("${STIL[@]}")
 
 fehlend=()
 for paket in "${pakete[@]}"; do

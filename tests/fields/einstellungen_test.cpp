@@ -71,8 +71,8 @@ TEST(Einstellungen, DieBeiliegendeDateiNenntDieEingebautenGewichte) {
 
 // A line that the reader would pass over in silence is a mistake in a sample that people copy from.
 bool istWohlgeformt(const QString& zeile) {
-    static const QRegularExpression form(QStringLiteral(
-        "^('[^,]*|\\d+|(RelevanzFaktor|SignifikanzFaktor|gRelevanz|gSignifikanz) = \\d+|)$"));
+    static const QRegularExpression form(
+        QStringLiteral("^('[^,]*|\\d+|(RelevanzFaktor|SignifikanzFaktor|gRelevanz|gSignifikanz) = \\d+|)$"));
     return form.match(zeile).hasMatch();
 }
 
