@@ -2,7 +2,10 @@
 
 add_library(lindgarn_flags INTERFACE)
 target_compile_options(lindgarn_flags INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor
-                                                -Woverloaded-virtual -Werror)
+                                                -Woverloaded-virtual)
+if(LINDGARN_STRENG)
+    target_compile_options(lindgarn_flags INTERFACE -Werror)
+endif()
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # GCC 12 takes the inactive members of a std::variant for uninitialised ones.
     target_compile_options(lindgarn_flags INTERFACE -Wno-maybe-uninitialized)
