@@ -42,7 +42,8 @@ pruefer_fragen() {
 reines_system() {
     ueberschrift "Ein reines Debian 12"
     [ "$(id -u)" -eq 0 ] || scheitern "das reine System braucht Rechte eines Verwalters"
-    rm -rf "$rein"
+    umount -q "$rein/proc" || true
+    rm -rf --one-file-system "$rein"
     debootstrap --variant=minbase bookworm "$rein" >"$rein.log" || scheitern "debootstrap, siehe $rein.log"
     cp /etc/resolv.conf "$rein/etc/"
     trap 'umount -q "$rein/proc" || true' EXIT
