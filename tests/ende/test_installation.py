@@ -58,6 +58,16 @@ class Installation(AmProgramm):
         self.assertIn("GNU GENERAL PUBLIC LICENSE", lizenz)
         self.assertIn("<project_license>GPL-3.0-or-later</project_license>", metainfo)
 
+    def test_die_pruefer_des_desktops_sind_zufrieden(self):
+        starter = self.ziel / "share/applications/lindgarn.desktop"
+        metainfo = self.ziel / "share/metainfo/example.lindgarn.lindgarn.metainfo.xml"
+        for befehl in (["desktop-file-validate", starter], ["appstreamcli", "validate", "--no-net", metainfo]):
+            with self.subTest(befehl[0]):
+                if not shutil.which(befehl[0]):
+                    self.skipTest(f"{befehl[0]} ist nicht vorhanden")
+                lauf = subprocess.run(befehl, capture_output=True, text=True)
+                self.assertEqual(0, lauf.returncode, lauf.stdout + lauf.stderr)
+
 
 if __name__ == "__main__":
     unittest.main()
