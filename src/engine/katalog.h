@@ -64,6 +64,8 @@ struct RelationDef {
 struct Katalog {
     std::vector<TabellenDef> tabellen;    // in the file's catalogue order, system and linked ones included
     std::vector<RelationDef> relationen;
+    // What the user should hear when the database is opened: what could not be read, and why.
+    std::vector<QString> hinweise;
 };
 
 }  // namespace engine

@@ -3,6 +3,7 @@
 
 #include "data/start.h"
 #include "engine/dao/oeffner.h"
+#include "engine/dbase/dbaseordner.h"
 #include "engine/jet/mdbdatei.h"
 #include "junk/muellsuche.h"
 #include "run/rahmen.h"
@@ -18,6 +19,7 @@ namespace {
 
 void formateAnschliessen() {
     dao::DateiOeffnerSetzen(dao::Dateiart::Access, jet::mdbOeffnen);
+    dao::DateiOeffnerSetzen(dao::Dateiart::Dbase, dbase::dbaseOeffnen);
 }
 
 void laeufeAnschliessen() {

@@ -16,6 +16,7 @@ STOCKWERK = {
     "engine/datei": 2,
     "engine/sort": 2,
     "engine/jet": 3,
+    "engine/dbase": 3,
     "engine/store": 3,
     "engine/dao": 4,
     "fields": 5,

@@ -6,6 +6,7 @@
 
 #include "base/fehler.h"
 #include "engine/dao/oeffner.h"
+#include "engine/dbase/dbaseordner.h"
 #include "engine/jet/mdbdatei.h"
 #include "fields/einstellungen.h"
 #include "operationen.h"
@@ -57,6 +58,7 @@ QJsonObject beantworten(const Operationen& operationen, const QByteArray& zeile)
 int main(int argc, char** argv) {
     QCoreApplication programm(argc, argv);
     dao::DateiOeffnerSetzen(dao::Dateiart::Access, jet::mdbOeffnen);
+    dao::DateiOeffnerSetzen(dao::Dateiart::Dbase, dbase::dbaseOeffnen);
     EinstellungenAnwenden(std::nullopt);
     const Operationen operationen = alleOperationen();
     for (std::string zeile; std::getline(std::cin, zeile);) {

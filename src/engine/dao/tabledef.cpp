@@ -107,7 +107,7 @@ void Fields::Append(Field feld) {
         throw EngineFehler(kZuVieleFelder,
                            QStringLiteral("Eine Tabelle nimmt höchstens %1 Felder auf.").arg(kMaxFelder));
     if (Database* datenbank = tabelle_->datenbank_) {
-        datenbank->offen().datei->feldnamePruefen(feld.Name());
+        datenbank->offen().datei->feldPruefen(feld.definition());
         datenbank->bereitstellen(*tabelle_);
         store::Speicher& speicher = datenbank->offen().kern->speicher;
         tabelle_->spalten_.push_back(
@@ -214,7 +214,7 @@ void TableDefs::Append(std::unique_ptr<TableDef>&& tabelle) {
     Database::Zustand& zustand = datenbank_->offen();
     datenbank_->namenPruefen(tabelle->name_, nullptr);
     for (int i = 0; i < tabelle->felder_.Count(); ++i)
-        zustand.datei->feldnamePruefen(tabelle->felder_.Item(i).Name());
+        zustand.datei->feldPruefen(tabelle->felder_.Item(i).definition());
     for (const Index& index : tabelle->indexe_.indexe_)
         for (const engine::IndexFeld& feld : index.Fields()) tabelle->felder_.Item(feld.name);
     tabelle->kern_->nummer = zustand.kern->speicher.neueNummer();

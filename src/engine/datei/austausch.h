@@ -19,6 +19,9 @@ struct Dateistand {
 // The present state of a file, symbolic links followed. Raises kDateiFehlt.
 Dateistand dateistandLesen(const QString& pfad);
 
+// Raises kDateiGeaendert when the file is no longer what `stand` says, kDateiFehlt when it is gone.
+void standVergleichen(const QString& pfad, const Dateistand& stand);
+
 // Raises kSchreibgeschuetzt or kDateiGesperrt, with a German description that says what to do, when the
 // file or its folder could not be written at the end: read-only file or folder, or another program's lock on it.
 void schreibbarkeitPruefen(const QString& pfad);

@@ -61,6 +61,9 @@ class Datenbankdatei {
 
     // Raises kUngueltigerName, with what to do, when the format does not take this as a field's name.
     virtual void feldnamePruefen(const QString& name) const = 0;
+
+    // The same for the field as a whole: raises also when the format cannot hold such a column.
+    virtual void feldPruefen(const FeldDef& feld) const { feldnamePruefen(feld.name); }
 };
 
 }  // namespace engine

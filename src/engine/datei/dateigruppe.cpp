@@ -1,0 +1,136 @@
+// The change of several files.
+#include "engine/datei/dateigruppe.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <cstdio>
+
+#include "base/fehler.h"
+
+namespace engine {
+namespace {
+
+QByteArray roh(const QString& pfad) {
+    return QFile::encodeName(pfad);
+}
+
+bool vorhanden(const QString& pfad) {
+    struct stat angaben {};
+    return ::lstat(roh(pfad).constData(), &angaben) == 0;
+}
+
+[[noreturn]] void inzwischenDa(const QString& pfad) {
+    throw EngineFehler(kDateiGeaendert,
+                       QStringLiteral("Im Ordner ist inzwischen eine Datei '%1' entstanden. Sie wird nicht "
+                                      "überschrieben. Öffnen Sie die Datenbank neu und wiederholen Sie den "
+                                      "Vorgang.")
+                           .arg(QFileInfo(pfad).fileName()));
+}
+
+void schrittPruefen(const Gruppenschritt& schritt) {
+    if (!schritt.stand) {
+        if (vorhanden(schritt.ziel)) inzwischenDa(schritt.ziel);
+        return;
+    }
+    standVergleichen(schritt.ziel, *schritt.stand);
+    schreibbarkeitPruefen(schritt.ziel);
+}
+
+// Moves to a name that must be free; not every file system can look and move in one.
+void verschiebenWennFrei(const QString& von, const QString& nach) {
+    if (::renameat2(AT_FDCWD, roh(von).constData(), AT_FDCWD, roh(nach).constData(), RENAME_NOREPLACE) == 0)
+        return;
+    if (errno == EEXIST) inzwischenDa(nach);
+    if (errno != EINVAL && errno != ENOSYS) systemfehler(nach, QStringLiteral("angelegt"));
+    if (vorhanden(nach)) inzwischenDa(nach);
+    if (::rename(roh(von).constData(), roh(nach).constData()) != 0)
+        systemfehler(nach, QStringLiteral("angelegt"));
+}
+
+// The steps done so far, and the way back.
+class Verlauf {
+  public:
+    ~Verlauf() {
+        for (auto schritt = getan_.rbegin(); schritt != getan_.rend(); ++schritt) zuruecknehmen(*schritt);
+    }
+
+    void neueDatei(const QString& von, const QString& ziel) {
+        verschiebenWennFrei(von, ziel);
+        getan_.push_back({ziel, QString()});
+    }
+
+    void ersetzen(const QString& von, const QString& ziel) {
+        const QString alt = freierNameDaneben(ziel);
+        // A second name keeps the old content while the first one changes hands in one step.
+        const bool zweiterName = ::link(roh(ziel).constData(), roh(alt).constData()) == 0;
+        if (!zweiterName && ::rename(roh(ziel).constData(), roh(alt).constData()) != 0)
+            systemfehler(ziel, QStringLiteral("ersetzt"));
+        getan_.push_back({ziel, alt});
+        if (::rename(roh(von).constData(), roh(ziel).constData()) != 0)
+            systemfehler(ziel, QStringLiteral("ersetzt"));
+    }
+
+    void entfernen(const QString& ziel) {
+        const QString alt = freierNameDaneben(ziel);
+        if (::rename(roh(ziel).constData(), roh(alt).constData()) != 0)
+            systemfehler(ziel, QStringLiteral("gelöscht"));
+        getan_.push_back({ziel, alt});
+    }
+
+    // There is no way back from here. An old file that cannot be removed now is in nobody's way.
+    void abschliessen() {
+        for (const Schritt& schritt : getan_)
+            if (!schritt.alt.isEmpty()) ::unlink(roh(schritt.alt).constData());
+        getan_.clear();
+    }
+
+  private:
+    struct Schritt {
+        QString ziel;
+        QString alt;    // where the old content is; empty for a file that was not there
+    };
+
+    static void zuruecknehmen(const Schritt& schritt) {
+        if (schritt.alt.isEmpty()) {
+            ::unlink(roh(schritt.ziel).constData());
+            return;
+        }
+        const bool zurueck = ::rename(roh(schritt.alt).constData(), roh(schritt.ziel).constData()) == 0;
+        // Two names of one file: the renaming has nothing to do and leaves both.
+        if (zurueck && vorhanden(schritt.alt)) ::unlink(roh(schritt.alt).constData());
+    }
+
+    std::vector<Schritt> getan_;
+};
+
+}  // namespace
+
+void gruppePruefen(const std::vector<Gruppenschritt>& schritte) {
+    for (const Gruppenschritt& schritt : schritte) schrittPruefen(schritt);
+}
+
+void gruppeAustauschen(std::vector<Gruppenschritt> schritte) {
+    gruppePruefen(schritte);
+    Verlauf verlauf;
+    for (Gruppenschritt& schritt : schritte) {
+        // Looked at once more, since the steps before it took their time.
+        schrittPruefen(schritt);
+        const bool loeschen = schritt.neu.pfad().isEmpty();
+        if (loeschen)
+            verlauf.entfernen(schritt.ziel);
+        else if (schritt.stand)
+            verlauf.ersetzen(schritt.neu.pfad(), schritt.ziel);
+        else
+            verlauf.neueDatei(schritt.neu.pfad(), schritt.ziel);
+        schritt.neu.behalten();
+    }
+    if (!schritte.empty()) ordnerAufPlatteBringen(schritte.front().ziel);
+    verlauf.abschliessen();
+}
+
+}  // namespace engine
