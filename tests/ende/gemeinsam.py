@@ -36,7 +36,8 @@ class AmProgramm(unittest.TestCase):
     def kopie(self, datei):
         return pathlib.Path(shutil.copy(datei, self.ordner / datei.name))
 
-    def programm(self):
+    def programm(self, **zusatz):
+        """A program with a store and a folder of its own; `zusatz` goes into its environment."""
         ablage = self.ordner / "ablage"
         leer = self.ordner / "programmordner"
         leer.mkdir(exist_ok=True)
@@ -45,6 +46,7 @@ class AmProgramm(unittest.TestCase):
             "QT_QPA_PLATFORM": "offscreen",
             "LINDGARN_ABLAGE": str(ablage),
             "LINDGARN_ORDNER": str(leer),
+            **zusatz,
         }
         fern = Fernsteuerung(PROGRAMM, umgebung)
         self.addCleanup(fern.__exit__)

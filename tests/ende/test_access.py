@@ -45,7 +45,7 @@ class AccessDateien(gemeinsam.AmProgramm):
             with self.subTest(art):
                 datei = schreibbare_kopie(gemeinsam.fremde_datei(f"mdb/beispiele/{name}"), self.ordner)
                 for i, (soll, ist) in enumerate(zip(erwartet, self.ergebnisse(datei, passwort))):
-                    self.assertEqual(soll, ist, vorgaenge.NAMEN[i])
+                    self.assertEqual(soll, ist, vorgaenge.VORGAENGE[i].name)
 
 
 def schreibbare_kopie(datei, ordner):

@@ -1,4 +1,5 @@
 """The six operations, one after the other on one database file, through the wizard."""
+import collections
 import json
 import pathlib
 import subprocess
@@ -7,7 +8,17 @@ import unicodedata
 import gemeinsam
 
 PRUEFSTAND = pathlib.Path(gemeinsam.PROGRAMM).with_name("lindgarn-pruefstand")
-NAMEN = ("Dubletten", "Muell", "Splitten", "Mischen", "Abgleich", "NeueDat")  # of the targets; dBase takes 8 letters
+
+# An operation: its method below, its review and the button there that takes all, its result frame.
+Vorgang = collections.namedtuple("Vorgang", "name review alles ergebnis")
+VORGAENGE = (
+    Vorgang("dubletten", "frmDublettenBearbeiten", "btnAngereichert", 13),
+    Vorgang("muell", "frmMüllBearbeiten", None, 23),
+    Vorgang("splitten", None, None, 32),
+    Vorgang("verschmelzen", None, None, 42),
+    Vorgang("abgleich", "frmDublettenBearbeiten", "btnAngereichert", 53),
+    Vorgang("neue_daten", "frmDublettenBearbeiten", "btnAngereichert", 63),
+)
 
 # What each field holds, as the popup of the field list says it: the program's own proposal looks at some records by chance.
 ARTEN = {
@@ -50,11 +61,11 @@ def in_1252(zeilen):
     return [["".join(map(zeichen, w)) if isinstance(w, str) else w for w in zeile] for zeile in zeilen]
 
 
-def tabelle_uebertragen(quelle, tabelle, ziel, passwort=""):
+def tabelle_uebertragen(quelle, tabelle, ziel, passwort="", anzahl=-1):
     """Copies a table of a database into another one, without its indexes; letters stay within Windows-1252."""
     katalog = pruefstand("Katalog", str(quelle), "")["tabellen"]
     felder = next(t for t in katalog if t["name"] == tabelle)["felder"]
-    zeilen = in_1252(pruefstand("Zeilen", str(quelle), "", tabelle, 0, -1))
+    zeilen = in_1252(pruefstand("Zeilen", str(quelle), "", tabelle, 0, anzahl))
     pruefstand("TabelleSchreiben", str(ziel), passwort, {"name": tabelle, "felder": felder, "indexe": [], "zeilen": zeilen})
 
 
@@ -71,7 +82,7 @@ def messe(zeilen, namen=("Firma2", "Anschrift", "PLZOrt", "Telefon", "Kontakt"))
 
 
 class SechsVorgaenge:
-    """Drives one program over one file; `ziele` holds the names of the six new tables, in the order of NAMEN.
+    """Drives one program over one file; `ziele` holds the names of the new tables, in the order of the runs.
 
     `namen` replaces the proposed names; `hinweis` is part of a message that comes when the file is opened.
     """
@@ -79,17 +90,34 @@ class SechsVorgaenge:
     def __init__(self, test, fern, datei, tabelle="Adressen", zweite="Messe", passwort="", namen=None, hinweis=None):
         self.test, self.fern, self.datei = test, fern, datei
         self.tabelle, self.zweite, self.passwort, self.hinweis = tabelle, zweite, passwort, hinweis
-        self.vorgabe = namen or [None] * len(NAMEN)
+        self.vorgabe = namen or [None] * len(VORGAENGE)
         self.ziele = []
 
     def alle(self):
         """Runs all six; leaves the program at the list of tables."""
         self.oeffnen()
-        for vorgang in (self.dubletten, self.muell, self.splitten, self.verschmelzen, self.abgleich, self.neue_daten):
-            vorgang()
+        for vorgang in VORGAENGE:
+            self.vorbereiten(vorgang)
+            self.ausfuehren(vorgang)
             self.fern.klicken("btnWeiter")
             self.fern.rahmen(3)
         return self.ziele
+
+    def vorbereiten(self, vorgang):
+        """From the list of tables to the options of an operation: the next 'Weiter' starts it."""
+        getattr(self, vorgang.name)()
+
+    def ausfuehren(self, vorgang):
+        """Starts the operation, takes everything over in its review, and waits for its result."""
+        self.fern.klicken("btnWeiter")
+        if vorgang.review:
+            self.fern.warten("fenster", vorgang.review, 120000)
+            if vorgang.alles:
+                self.fern.klicken(vorgang.alles)
+            self.test.fertig_klicken(self.fern)
+            self.fern.warten("meldung")
+            self.fern.druecken("Ja")
+        self.fern.rahmen(vorgang.ergebnis)
 
     def oeffnen(self):
         for rahmen in (0, 1):
@@ -124,34 +152,22 @@ class SechsVorgaenge:
 
     def ziel_bestaetigen(self, naechster):
         self.fern.rahmen(4)
-        vorgabe = self.vorgabe[len(self.ziele)]
+        vorgabe = self.vorgabe[len(self.ziele) % len(VORGAENGE)]
         if vorgabe:
             self.fern.setzen("tbxZielTabelle", vorgabe)
         self.ziele.append(self.fern.text("tbxZielTabelle"))
         self.fern.klicken("btnWeiter")
         self.fern.rahmen(naechster)
 
-    def review(self, fenster, rahmen, alles=None):
-        self.fern.klicken("btnWeiter")
-        self.fern.warten("fenster", fenster, 120000)
-        if alles:
-            self.fern.klicken(alles)
-        self.test.fertig_klicken(self.fern)
-        self.fern.warten("meldung")
-        self.fern.druecken("Ja")
-        self.fern.rahmen(rahmen)
-
     def dubletten(self):
         self.waehlen(3)
         self.felder_bestaetigen()
         self.ziel_bestaetigen(11)
-        self.review("frmDublettenBearbeiten", 13, "btnAngereichert")
 
     def muell(self):
         self.waehlen(2)
         self.felder_bestaetigen()
         self.ziel_bestaetigen(21)
-        self.review("frmMüllBearbeiten", 23)
 
     def splitten(self):
         self.waehlen(1)
@@ -160,8 +176,6 @@ class SechsVorgaenge:
         self.fern.setzen("cbxSplitten1", self.feld("Straße"))
         self.fern.setzen("tbxSplitten1", "Weg")
         self.fern.setzen("tbxSplitten2", "Nummer")
-        self.fern.klicken("btnWeiter")
-        self.fern.rahmen(32)
 
     def verschmelzen(self):
         self.waehlen(0)
@@ -169,23 +183,20 @@ class SechsVorgaenge:
         self.fern.setzen("cbxVerschmelzen1", self.feld("PLZ"))
         self.fern.setzen("cbxVerschmelzen2", self.feld("Ort"))
         self.fern.setzen("tbxVerschmolzen", "Wohnort")
-        self.fern.klicken("btnWeiter")
-        self.fern.rahmen(42)
 
     def abgleich(self):
-        self.mit_zweiter_tabelle(4, 51, "cbxDatenabgleich", 53, "btnAngereichert")
+        self.mit_zweiter_tabelle(4, 51, "cbxDatenabgleich")
 
     def neue_daten(self):
-        self.mit_zweiter_tabelle(5, 61, "cbxNeueDaten", 63, "btnAngereichert")
+        self.mit_zweiter_tabelle(5, 61, "cbxNeueDaten")
 
-    def mit_zweiter_tabelle(self, auswahl, rahmen, liste, ende, alles):
+    def mit_zweiter_tabelle(self, auswahl, rahmen, liste):
         self.waehlen(auswahl)
         self.fern.rahmen(rahmen)
         self.fern.setzen(liste, self.zweite)
         self.fern.klicken("btnWeiter")
         self.felder_bestaetigen(2)
         self.ziel_bestaetigen(11)
-        self.review("frmDublettenBearbeiten", ende, alles)
 
     def feld(self, name):
         """The field's name as the file spells it."""
