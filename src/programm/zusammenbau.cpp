@@ -4,6 +4,7 @@
 #include "data/start.h"
 #include "engine/dao/oeffner.h"
 #include "engine/dbase/dbaseordner.h"
+#include "engine/excel/xlsdatei.h"
 #include "engine/jet/mdbdatei.h"
 #include "junk/muellsuche.h"
 #include "run/rahmen.h"
@@ -20,6 +21,7 @@ namespace {
 void formateAnschliessen() {
     dao::DateiOeffnerSetzen(dao::Dateiart::Access, jet::mdbOeffnen);
     dao::DateiOeffnerSetzen(dao::Dateiart::Dbase, dbase::dbaseOeffnen);
+    dao::DateiOeffnerSetzen(dao::Dateiart::Excel, excel::xlsOeffnen);
 }
 
 void laeufeAnschliessen() {

@@ -15,6 +15,7 @@ STOCKWERK = {
     "engine": 1,
     "engine/datei": 2,
     "engine/sort": 2,
+    "engine/excel": 3,
     "engine/jet": 3,
     "engine/dbase": 3,
     "engine/store": 3,

@@ -7,6 +7,7 @@
 #include "base/fehler.h"
 #include "engine/dao/oeffner.h"
 #include "engine/dbase/dbaseordner.h"
+#include "engine/excel/xlsdatei.h"
 #include "engine/jet/mdbdatei.h"
 #include "fields/einstellungen.h"
 #include "operationen.h"
@@ -59,6 +60,7 @@ int main(int argc, char** argv) {
     QCoreApplication programm(argc, argv);
     dao::DateiOeffnerSetzen(dao::Dateiart::Access, jet::mdbOeffnen);
     dao::DateiOeffnerSetzen(dao::Dateiart::Dbase, dbase::dbaseOeffnen);
+    dao::DateiOeffnerSetzen(dao::Dateiart::Excel, excel::xlsOeffnen);
     EinstellungenAnwenden(std::nullopt);
     const Operationen operationen = alleOperationen();
     for (std::string zeile; std::getline(std::cin, zeile);) {
