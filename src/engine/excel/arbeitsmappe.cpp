@@ -1,106 +1,14 @@
-// The tables of a workbook.
+// A workbook as it is read.
 #include "engine/excel/arbeitsmappe.h"
 
-#include <QSet>
-#include <algorithm>
-
-#include "engine/excel/blattname.h"
-#include "engine/excel/bytes.h"
-#include "engine/excel/satzfolge.h"
-#include "engine/excel/umfang.h"
-
 namespace excel {
-namespace {
-
-constexpr quint16 kDialogblatt = 0x0010;  // WSBOOL
-
-bool istDialog(QByteArrayView teilstrom) {
-    Satzfolge folge(teilstrom);
-    int tiefe = 0;
-    for (Satzsicht satz; folge.naechster(satz);) {
-        if (satz.typ == kBof) ++tiefe;
-        if (satz.typ == kEof && --tiefe <= 0) return false;
-        if (tiefe == 1 && satz.typ == kWsbool && satz.daten.size() >= 2) return u16(satz.daten, 0) & kDialogblatt;
-        if (satz.typ == kDimensions) return false;
-    }
-    return false;
-}
-
-bool gleich(const QString& a, const QString& b) {
-    return a.compare(b, Qt::CaseInsensitive) == 0;
-}
-
-bool nurZiffern(QStringView text) {
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
-}
-
-// The sheet's name, its form as a name of a range, or that with a number behind it.
-bool gehoertZu(const QString& bereich, const QString& blatt) {
-    const QString form = bereichsname(blatt);
-    return gleich(bereich, blatt) ||
-           (bereich.startsWith(form, Qt::CaseInsensitive) && nurZiffern(QStringView(bereich).sliced(form.size())));
-}
-
-}  // namespace
-
-bool istTabellenblatt(const Mappe& mappe, const Blatt& blatt) {
-    return blatt.art == Blattart::Tabelle && blatt.stueck >= 0 && !blatt.name.isEmpty() &&
-           !istDialog(mappe.teilstrom(blatt));
-}
-
-bool istTabellenname(const Mappe& mappe, const Definition& d) {
-    return d.bereich && d.blatt == 0 && !d.verborgen() && !d.istEingebaut() && !d.istMakro() && !d.text.isEmpty() &&
-           istTabellenblatt(mappe, mappe.blaetter()[size_t(d.bereich->blatt)]);
-}
 
 Arbeitsmappe::Arbeitsmappe(QByteArray strom)
     : mappe_(std::move(strom)),
       formate_(mappe_),
       texte_(mappe_),
       datum1904_(mappe_.datum1904()),
-      definitionen_(definitionenLesen(mappe_)) {
-    tabellenSuchen();
-}
-
-// The name that covers all of a sheet and is called like it: both are one table.
-std::optional<size_t> Arbeitsmappe::namensvetter(int blatt) const {
-    const QString& name = mappe_.blaetter()[size_t(blatt)].name;
-    std::optional<Umfang> umfang;
-    for (size_t i = 0; i < definitionen_.size(); ++i) {
-        const Definition& d = definitionen_[i];
-        if (!istTabellenname(mappe_, d) || d.bereich->blatt != blatt || !gehoertZu(d.text, name)) continue;
-        if (!umfang) umfang = umfangVon(mappe_, texte_, blatt);
-        if (umfang->bereich && d.bereich->umfasst(*umfang->bereich)) return i;
-    }
-    return {};
-}
-
-void Arbeitsmappe::tabellenSuchen() {
-    QSet<size_t> vergeben;
-    QSet<QString> namen;
-    const auto eintragen = [&](Tabellenort ort) {
-        if (namen.contains(ort.name.toUpper())) return;
-        namen.insert(ort.name.toUpper());
-        tabellen_.push_back(std::move(ort));
-    };
-    for (size_t i = 0; i < mappe_.blaetter().size(); ++i) {
-        const Blatt& blatt = mappe_.blaetter()[i];
-        if (!istTabellenblatt(mappe_, blatt)) continue;
-        const std::optional<size_t> vetter = namensvetter(int(i));
-        if (vetter) vergeben.insert(*vetter);
-        eintragen({vetter ? blatt.name : blatt.name + u'$', int(i), vetter, {}});
-    }
-    for (size_t i = 0; i < definitionen_.size(); ++i) {
-        const Definition& d = definitionen_[i];
-        if (!vergeben.contains(i) && istTabellenname(mappe_, d))
-            eintragen({d.text, d.bereich->blatt, i, d.bereich});
-    }
-}
-
-const Tabellenort* Arbeitsmappe::tabelle(const QString& name) const {
-    const auto fund = std::find_if(tabellen_.begin(), tabellen_.end(),
-                                   [&](const Tabellenort& t) { return gleich(t.name, name); });
-    return fund == tabellen_.end() ? nullptr : &*fund;
-}
+      definitionen_(definitionenLesen(mappe_)),
+      tabellen_(tabellenSuchen(mappe_, texte_, definitionen_)) {}
 
 }  // namespace excel

@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "base/atempause.h"
-#include "engine/excel/texttafel.h"
 #include "engine/excel/zellen.h"
 #include "engine/typen.h"
 
@@ -47,6 +46,13 @@ Umfang umfangVon(const Mappe& mappe, const Texttafel& texte, int blatt, const st
         Atempause();
     }
     return umfang;
+}
+
+int zellenZaehlen(const Mappe& mappe, int blatt) {
+    Zellenleser leser(mappe.teilstrom(mappe.blaetter()[size_t(blatt)]), mappe.biff8(), mappe.codeseite());
+    int anzahl = 0;
+    for (Zelle z; leser.naechste(z);) ++anzahl;
+    return anzahl;
 }
 
 }  // namespace excel

@@ -5,10 +5,9 @@
 #include <optional>
 
 #include "engine/excel/bezuege.h"
+#include "engine/excel/texttafel.h"
 
 namespace excel {
-
-class Texttafel;
 
 struct Umfang {
     std::optional<Bereich> bereich;  // from the first to the last cell that holds something; none when all are empty
@@ -19,5 +18,8 @@ struct Umfang {
 // `grenze`: only cells in it count, and a long text in its first row does not. Cells with an empty text hold
 // nothing.
 Umfang umfangVon(const Mappe& mappe, const Texttafel& texte, int blatt, const std::optional<Bereich>& grenze = {});
+
+// The cells of a sheet that hold something, errors among them.
+int zellenZaehlen(const Mappe& mappe, int blatt);
 
 }  // namespace excel

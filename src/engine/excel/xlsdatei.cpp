@@ -3,12 +3,15 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QStorageInfo>
+#include <algorithm>
 
 #include "base/fehler.h"
 #include "engine/excel/behaelter.h"
 #include "engine/excel/blattname.h"
 #include "engine/excel/blatttabelle.h"
-#include "engine/excel/satzarten.h"
+#include "engine/excel/schreiber.h"
+#include "engine/excel/umfang.h"
 
 namespace excel {
 namespace {
@@ -55,11 +58,77 @@ void behaelterPruefen(const Behaelter& behaelter) {
                                        "Namen."));
 }
 
+void schreibbarVerlangen(const QByteArray& strom) {
+    if (const QString grund = Mappe(strom).schreibhindernis(); !grund.isEmpty()) nichtBearbeitbar(grund);
+}
+
 void tabellenVerlangen(const Arbeitsmappe& mappe, const QString& pfad) {
     if (mappe.tabellen().empty())
         nichtBearbeitbar(QStringLiteral("Die Arbeitsmappe '%1' enthält keine Tabellenblätter, nur Diagramme, Makros "
                                        "oder Dialoge.")
                             .arg(QFileInfo(pfad).fileName()));
+}
+
+class Ausfuehrung {
+  public:
+    explicit Ausfuehrung(Schreiber& schreiber) : schreiber_(schreiber) {}
+    void operator()(const engine::TabelleLoeschen& a) { schreiber_.loeschen(a.name); }
+    void operator()(const engine::TabelleUmbenennen& a) { schreiber_.umbenennen(a.alt, a.neu); }
+    void operator()(const engine::TabelleAnlegen& a) { schreiber_.anlegen(a.def, *a.zeilen()); }
+
+  private:
+    Schreiber& schreiber_;
+};
+
+[[noreturn]] void nichtVollstaendig() {
+    throw EngineFehler(kBeschaedigt, QStringLiteral("Die Arbeitsmappe ist nach dem Schreiben nicht vollständig. Die "
+                                                    "Datei wurde nicht geändert."));
+}
+
+// The new stream must read as a workbook that has every added table with all its cells.
+void stromPruefen(const QByteArray& strom, const Schreiber& schreiber) {
+    const Arbeitsmappe mappe(strom);
+    if (!mappe.mappe().schreibhindernis().isEmpty()) nichtVollstaendig();
+    for (const auto& [name, zellen] : schreiber.zellen()) {
+        const Tabellenort* ort = tabelleFinden(mappe.tabellen(), name);
+        if (!ort || zellenZaehlen(mappe.mappe(), ort->blatt) != zellen) nichtVollstaendig();
+    }
+}
+
+QByteArray geaendert(const QByteArray& strom, const std::vector<engine::Aenderung>& aenderungen,
+                     engine::Hinweise& hinweise) {
+    Mappe mappe(strom);
+    Schreiber schreiber(mappe);
+    Ausfuehrung ausfuehrung(schreiber);
+    for (const engine::Aenderung& aenderung : aenderungen) std::visit(ausfuehrung, aenderung);
+    schreiber.abschliessen();
+    QByteArray neu = mappe.bytes();
+    stromPruefen(neu, schreiber);
+    hinweise = schreiber.hinweise();
+    return neu;
+}
+
+void dateiSchreiben(const QString& pfad, const QByteArray& bytes) {
+    QFile datei(pfad);
+    if (datei.open(QIODevice::WriteOnly | QIODevice::Truncate) && datei.write(bytes) == bytes.size() && datei.flush())
+        return;
+    if (QStorageInfo(QFileInfo(pfad).absolutePath()).bytesAvailable() < bytes.size())
+        throw EngineFehler(kDatentraegerVoll,
+                           QStringLiteral("Auf dem Datenträger ist nicht genug Platz, um die Arbeitsmappe zu schreiben. "
+                                          "Schaffen Sie Platz und wählen Sie dann 'Wiederholen'."));
+    throw EngineFehler(kDateifehler,
+                       QStringLiteral("Die Arbeitsmappe kann nicht geschrieben werden: %1").arg(datei.errorString()));
+}
+
+// Every stream and storage of the new file, byte by byte; the library may order them anew.
+void zurueckgelesenPruefen(const QString& pfad, const Behaelter& soll) {
+    const Behaelter ist(dateiLesen(pfad));
+    const auto nachPfad = [](const Behaeltereintrag& a, const Behaeltereintrag& b) { return a.pfad < b.pfad; };
+    std::vector<Behaeltereintrag> links = soll.eintraege();
+    std::vector<Behaeltereintrag> rechts = ist.eintraege();
+    std::sort(links.begin(), links.end(), nachPfad);
+    std::sort(rechts.begin(), rechts.end(), nachPfad);
+    if (!ist.vollstaendig() || links != rechts) nichtVollstaendig();
 }
 
 }  // namespace
@@ -76,7 +145,8 @@ void XlsDatei::laden() {
     const Behaelter behaelter(datei);
     mappe_ = std::make_shared<Arbeitsmappe>(mappenstrom(behaelter).bytes);
     behaelterPruefen(behaelter);
-    if (const QString grund = mappe_->mappe().schreibhindernis(); !grund.isEmpty()) nichtBearbeitbar(grund);
+    for (const Behaeltereintrag& eintrag : behaelter.eintraege())
+        if (eintrag.heisst(kStrom8) || eintrag.heisst(kStrom5)) schreibbarVerlangen(eintrag.bytes);
     tabellenVerlangen(*mappe_, pfad_);
 }
 
@@ -103,19 +173,33 @@ void XlsDatei::unveraendertPruefen() const {
 
 std::unique_ptr<engine::Zeilenquelle> XlsDatei::zeilenLesen(const QString& tabelle) {
     unveraendertPruefen();
-    const Tabellenort* ort = mappe_->tabelle(tabelle);
+    const Tabellenort* ort = tabelleFinden(mappe_->tabellen(), tabelle);
     if (!ort)
         throw EngineFehler(kNichtGefunden,
                            QStringLiteral("Die Tabelle '%1' ist in der Arbeitsmappe nicht vorhanden.").arg(tabelle));
     return tabellenzeilen(mappe_, tabellenplan(*mappe_, *ort));
 }
 
-engine::Hinweise XlsDatei::anwenden(const std::vector<engine::Aenderung>&) {
-    throw EngineFehler(kSchreibgeschuetzt, QStringLiteral("Arbeitsmappen können noch nicht geändert werden."));
+engine::Hinweise XlsDatei::anwenden(const std::vector<engine::Aenderung>& aenderungen) {
+    unveraendertPruefen();
+    Behaelter behaelter(dateiLesen(pfad_));
+    behaelterPruefen(behaelter);
+    engine::Hinweise hinweise;
+    // A file for Excel 5/95 and 97 at once holds the workbook twice.
+    for (Behaeltereintrag& eintrag : behaelter.eintraege())
+        if (eintrag.heisst(kStrom8) || eintrag.heisst(kStrom5))
+            eintrag.bytes = geaendert(eintrag.bytes, aenderungen, hinweise);
+    const QByteArray datei = behaelter.bytes();
+    stand_ = engine::dateiAustauschen(
+        pfad_, stand_, [&](const QString& neu) { dateiSchreiben(neu, datei); },
+        [&](const QString& neu) { zurueckgelesenPruefen(neu, behaelter); });
+    mappe_ = std::make_shared<Arbeitsmappe>(mappenstrom(behaelter).bytes);
+    return hinweise;
 }
 
 bool XlsDatei::nameErlaubt(const QString& name) const {
-    return blattnameErlaubt(name);
+    return blattnameErlaubt(name) &&
+           nameFreiNebenAnderem(mappe_->mappe(), mappe_->definitionen(), mappe_->tabellen(), name);
 }
 
 void XlsDatei::feldnamePruefen(const QString& name) const {
