@@ -58,22 +58,26 @@ Database::Zustand& Database::offen() const {
     return *z_;
 }
 
+std::shared_ptr<TableDef> Database::tabelleAusDatei(const engine::TabellenDef& def, const QDateTime& dateizeit) {
+    auto tabelle = std::shared_ptr<TableDef>(new TableDef(this));
+    tabelle->name_ = def.name;
+    tabelle->attribute_ = def.attribute;
+    tabelle->geaendert_ = def.geaendert.isValid() ? def.geaendert : dateizeit;
+    for (const engine::FeldDef& feld : def.felder)
+        tabelle->felder_.felder_.push_back(std::make_unique<Field>(feld));
+    for (const engine::IndexDef& index : def.indexe)
+        if (index.fremd)
+            tabelle->fremdIndexe_.push_back(index);
+        else
+            tabelle->indexe_.indexe_.emplace_back(index);
+    tabelle->kern_->nummer = z_->kern->speicher.neueNummer();
+    tabelle->inDatei_ = tabelle->definition();
+    return tabelle;
+}
+
 void Database::katalogUebernehmen(const engine::Katalog& katalog, const QDateTime& dateizeit) {
     for (const engine::TabellenDef& def : katalog.tabellen) {
-        auto tabelle = std::shared_ptr<TableDef>(new TableDef(this));
-        tabelle->name_ = def.name;
-        tabelle->attribute_ = def.attribute;
-        tabelle->geaendert_ = def.geaendert.isValid() ? def.geaendert : dateizeit;
-        for (const engine::FeldDef& feld : def.felder)
-            tabelle->felder_.felder_.push_back(std::make_unique<Field>(feld));
-        for (const engine::IndexDef& index : def.indexe)
-            if (index.fremd)
-                tabelle->fremdIndexe_.push_back(index);
-            else
-                tabelle->indexe_.indexe_.emplace_back(index);
-        tabelle->kern_->nummer = z_->kern->speicher.neueNummer();
-        tabelle->inDatei_ = tabelle->definition();
-        z_->tabellen.tabellen_.push_back(std::move(tabelle));
+        z_->tabellen.tabellen_.push_back(tabelleAusDatei(def, dateizeit));
         z_->inDatei.push_back(def.name);
     }
     for (const engine::RelationDef& def : katalog.relationen) z_->relationen.relationen_.emplace_back(def);

@@ -151,6 +151,8 @@ void Database::gesichertMerken() {
     katalogUebernehmen();
 }
 
+// Tables that the file names otherwise than the session (a workbook lists a sheet without a range as "Name$"), or
+// that went with another one, leave the list; what the file has beyond it enters in the file's order.
 void Database::katalogUebernehmen() {
     engine::Katalog katalog;
     try {
@@ -161,19 +163,33 @@ void Database::katalogUebernehmen() {
     }
     const QDateTime dateizeit = QFileInfo(z_->pfad).lastModified();
     auto& tabellen = z_->tabellen.tabellen_;
-    auto ziel = tabellen.begin();
+    size_t ziel = 0;
     for (const engine::TabellenDef& def : katalog.tabellen) {
-        const auto fund = std::find_if(ziel, tabellen.end(), [&](const std::shared_ptr<TableDef>& t) {
+        const auto ab = tabellen.begin() + std::ptrdiff_t(ziel);
+        const auto fund = std::find_if(ab, tabellen.end(), [&](const std::shared_ptr<TableDef>& t) {
             return namenGleich(t->name_, def.name);
         });
-        if (fund == tabellen.end()) continue;
-        (*fund)->geaendert_ = def.geaendert.isValid() ? def.geaendert : dateizeit;
-        for (Index& index : (*fund)->indexe_.indexe_) indexAngleichen(index, def);
-        (*fund)->inDatei_ = (*fund)->definition();
-        std::rotate(ziel, fund, fund + 1);
+        if (fund == tabellen.end()) {
+            tabellen.insert(ab, tabelleAusDatei(def, dateizeit));
+        } else {
+            (*fund)->geaendert_ = def.geaendert.isValid() ? def.geaendert : dateizeit;
+            for (Index& index : (*fund)->indexe_.indexe_) indexAngleichen(index, def);
+            (*fund)->inDatei_ = (*fund)->definition();
+            std::rotate(ab, fund, fund + 1);
+        }
         ++ziel;
     }
-    for (size_t i = 0; i < tabellen.size(); ++i) z_->inDatei[i] = tabellen[i]->name_;
+    while (tabellen.size() > ziel) austragen(tabellen.back());
+    z_->inDatei.clear();
+    for (const auto& tabelle : tabellen) z_->inDatei.push_back(tabelle->name_);
+}
+
+// Who still holds the definition, or records of it, finds them empty rather than gone.
+void Database::austragen(const std::shared_ptr<TableDef>& tabelle) {
+    z_->ausgetragene.push_back(tabelle);
+    if (!z_->gemerkt || !z_->gemerkt->enthaelt(*tabelle)) zeilenLoeschen(*tabelle);
+    tabelle->kern_->geloescht = true;
+    std::erase(z_->tabellen.tabellen_, z_->ausgetragene.back());
 }
 
 }  // namespace dao

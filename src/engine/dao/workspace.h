@@ -50,7 +50,8 @@ class Database {
     bool ungesichert() const;
     // Brings the file up to date: all tables dropped, renamed and added since, in one atomic step. Either all
     // of it is in the file, or an EngineFehler is raised, the file is what it was, and the call can be
-    // repeated. Returns what the user has to be told (an index that was written plain because of equal keys).
+    // repeated. Afterwards the list of tables is the file's own. Returns what the user has to be told (an index
+    // that was written plain because of equal keys).
     // Raises 3035 while a transaction is open.
     engine::Hinweise Sichern();
 
@@ -66,6 +67,7 @@ class Database {
     explicit Database(std::unique_ptr<Zustand> zustand);
     Zustand& offen() const;
     void katalogUebernehmen(const engine::Katalog& katalog, const QDateTime& dateizeit);
+    std::shared_ptr<TableDef> tabelleAusDatei(const engine::TabellenDef& def, const QDateTime& dateizeit);
     TableDef* tabelleSuchen(const QString& name) const;
     TableDef& tabelleFuerAbfrage(const QString& name) const;
     void namenPruefen(const QString& name, const TableDef* selbst) const;
@@ -86,6 +88,7 @@ class Database {
     std::vector<engine::Aenderung> aenderungen() const;
     void gesichertMerken();
     void katalogUebernehmen();
+    void austragen(const std::shared_ptr<TableDef>& tabelle);
 
     std::unique_ptr<Zustand> z_;
     int abfrageFrist_ = 0;

@@ -1,6 +1,7 @@
 // A database file that lives in memory: it does what a format promises and can be made to fail.
 #pragma once
 
+#include <QHash>
 #include <QStringList>
 #include <algorithm>
 #include <map>
@@ -23,6 +24,10 @@ struct Speicherinhalt {
     engine::Hinweise hinweise;                       // handed back by the next write
     QStringList protokoll;                           // what was read and written, in order
     QString passwort;                                // as the opener got it
+    // A new table is called so by the file, as a workbook calls a sheet "Name$"; and a second one appears beside it.
+    QString endungNeuer;
+    QString zweiteNeue;
+    QHash<QString, QString> gehtMit;  // the table that goes with a dropped one, by its name
 
     Tabelle* suchen(const QString& name) {
         const auto fund = std::find_if(tabellen.begin(), tabellen.end(), [&](const Tabelle& t) {
@@ -101,6 +106,7 @@ class Speicherdatei : public engine::Datenbankdatei {
         inhalt.protokoll << QStringLiteral("löschen ") + schritt.name;
         const auto* tabelle = &vorhandene(inhalt, schritt.name);
         inhalt.tabellen.erase(inhalt.tabellen.begin() + (tabelle - inhalt.tabellen.data()));
+        std::erase_if(inhalt.tabellen, [&](const auto& t) { return t.def.name == inhalt.gehtMit.value(schritt.name); });
     }
 
     static void ausfuehren(Speicherinhalt& inhalt, const engine::TabelleUmbenennen& schritt) {
@@ -118,6 +124,11 @@ class Speicherdatei : public engine::Datenbankdatei {
         for (engine::Zeile zeile; quelle->naechste(zeile);) tabelle.zeilen.push_back(zeile);
         if (qint64(tabelle.zeilen.size()) != schritt.def.zeilen)
             throw EngineFehler(kBeschaedigt, QStringLiteral("Zeilenzahl"));
+        if (!inhalt.zweiteNeue.isEmpty()) {
+            inhalt.tabellen.insert(inhalt.tabellen.begin(), tabelle);
+            inhalt.tabellen.front().def.name = inhalt.zweiteNeue;
+        }
+        tabelle.def.name += inhalt.endungNeuer;
         inhalt.tabellen.push_back(std::move(tabelle));
     }
 

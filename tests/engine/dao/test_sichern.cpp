@@ -162,6 +162,46 @@ TEST_F(SichernTest, OrdnungDerListeIstDanachDieDerDatei) {
     EXPECT_EQ(tabellennamen(), inhalt.namen());
 }
 
+TEST_F(SichernTest, WasDieDateiAndersNenntVerlaesstDieListeUndIhreTabelleKommtHinein) {
+    inhalt.endungNeuer = QStringLiteral("$");
+    dao::TableDef* const alt = &anlegen(u"Neu", {1, 2});
+    const auto satz = db->OpenRecordset(QStringLiteral("Neu"));
+    db->Sichern();
+    EXPECT_EQ(tabellennamen(), inhalt.namen());
+    EXPECT_EQ(tabellennamen().last(), u"Neu$");
+    EXPECT_EQ(spalte(QStringLiteral("Neu$"), u"Z"), u"1 2");
+    EXPECT_FALSE(db->ungesichert());
+    // Neither a definition that somebody holds nor its records are left hanging.
+    EXPECT_EQ(alt->Name(), u"Neu");
+    EXPECT_NE(nummerVon([&] { db->OpenRecordset(QStringLiteral("Neu")); }), 0);
+    EXPECT_NE(nummerVon([&] { satz->Fields(0).Value(); }), 0);
+}
+
+TEST_F(SichernTest, ZusaetzlicheTabelleDerDateiStehtInIhrerFolge) {
+    inhalt.zweiteNeue = QStringLiteral("Neu$");
+    anlegen(u"Neu", {7});
+    db->Sichern();
+    EXPECT_EQ(tabellennamen(), (QStringList{QStringLiteral("Neu$"), QStringLiteral("Kunden"), QStringLiteral("Leer"),
+                                            QStringLiteral("Neu")}));
+    EXPECT_EQ(spalte(QStringLiteral("Neu$"), u"Z"), u"7");
+    EXPECT_EQ(spalte(QStringLiteral("Neu"), u"Z"), u"7");
+    // The next save finds the file as the list says.
+    anlegen(u"Neu2", {8});
+    inhalt.zweiteNeue.clear();
+    db->Sichern();
+    EXPECT_EQ(tabellennamen(), inhalt.namen());
+}
+
+TEST_F(SichernTest, TabelleDieMitEinerGeloeschtenGehtVerlaesstDieListe) {
+    inhalt.gehtMit[QStringLiteral("Leer")] = QStringLiteral("Kunden");
+    db->Merken();
+    spalte(QStringLiteral("Kunden"), u"Nr");
+    db->TableDefs().Delete(QStringLiteral("Leer"));
+    db->Sichern();
+    EXPECT_TRUE(tabellennamen().isEmpty());
+    EXPECT_FALSE(db->ungesichert());
+}
+
 TEST_F(SichernTest, NamenstauschGelingtInEinemSchritt) {
     tabelle(u"Kunden").setName(QStringLiteral("X"));
     tabelle(u"Leer").setName(QStringLiteral("Kunden"));
