@@ -1,6 +1,8 @@
 // Opening databases and small questions to them.
 #include "data/datenzugriff.h"
 
+#include <algorithm>
+
 #include "base/fehler.h"
 #include "base/pfad.h"
 #include "base/text.h"
@@ -75,6 +77,17 @@ void oeffnenFehlgeschlagen() {
     fenster().sanduhr(false);
 }
 
+// One box for all of them, which still fits the screen.
+void hinweiseZeigen(const engine::Hinweise& hinweise) {
+    constexpr size_t kHoechstens = 8;
+    if (hinweise.empty()) return;
+    QStringList saetze(hinweise.begin(),
+                       hinweise.begin() + std::ptrdiff_t(std::min(hinweise.size(), kHoechstens)));
+    if (hinweise.size() > kHoechstens)
+        saetze << QStringLiteral("(und %1 weitere Hinweise)").arg(hinweise.size() - kHoechstens);
+    HinweisZeigen(saetze.join(QStringLiteral("\r")));
+}
+
 void oeffnen(const QString& pfad, const QString& passwort, std::unique_ptr<dao::Database>& datenbank) {
     const QString endung = Grossschrift(DateiEndung(pfad));
     const Oeffnung oeffnung = oeffnungFuer(endung, pfad, passwort, gDatenbankFormat);
@@ -88,6 +101,7 @@ void oeffnen(const QString& pfad, const QString& passwort, std::unique_ptr<dao::
     }
     datenbank->setQueryTimeout(1);
     fenster().sanduhr(false);
+    hinweiseZeigen(datenbank->Oeffnungshinweise());
 }
 
 bool sichern(dao::Database& datenbank) {
@@ -96,7 +110,7 @@ bool sichern(dao::Database& datenbank) {
     engine::Hinweise hinweise;
     bool weiter = true;
     s.ablauf([&] { s.tu([&] { hinweise = datenbank.Sichern(); }); }, [&] { weiter = false; });
-    for (const QString& hinweis : hinweise) HinweisZeigen(hinweis);
+    hinweiseZeigen(hinweise);
     return weiter;
 }
 

@@ -81,6 +81,11 @@ void Database::katalogUebernehmen(const engine::Katalog& katalog, const QDateTim
         z_->inDatei.push_back(def.name);
     }
     for (const engine::RelationDef& def : katalog.relationen) z_->relationen.relationen_.emplace_back(def);
+    z_->oeffnungshinweise = katalog.hinweise;
+}
+
+const engine::Hinweise& Database::Oeffnungshinweise() const {
+    return offen().oeffnungshinweise;
 }
 
 dao::TableDefs& Database::TableDefs() {

@@ -66,6 +66,7 @@ struct Database::Zustand {
     std::shared_ptr<Kern> kern = std::make_shared<Kern>();
     dao::TableDefs tabellen{nullptr};
     dao::Relations relationen{nullptr};
+    engine::Hinweise oeffnungshinweise;
     std::vector<QString> inDatei;  // the names of the tables in the file, in its order
     std::vector<std::shared_ptr<TableDef>> ausgetragene;  // left the list by a save; kept for who still holds them
 

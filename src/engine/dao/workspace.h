@@ -46,6 +46,9 @@ class Database {
     // is open. A successful `Sichern` forgets as well.
     void Zuruecknehmen();
 
+    // What the user should hear of the opening: files of a folder that cannot be read, and the like.
+    const engine::Hinweise& Oeffnungshinweise() const;
+
     // True when the tables differ from those in the file.
     bool ungesichert() const;
     // Brings the file up to date: all tables dropped, renamed and added since, in one atomic step. Either all

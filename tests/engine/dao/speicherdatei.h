@@ -22,6 +22,7 @@ struct Speicherinhalt {
 
     std::optional<EngineFehler> fehlerBeimAnwenden;  // raised once
     engine::Hinweise hinweise;                       // handed back by the next write
+    engine::Hinweise oeffnungshinweise;              // told by the catalogue
     QStringList protokoll;                           // what was read and written, in order
     QString passwort;                                // as the opener got it
     // A new table is called so by the file, as a workbook calls a sheet "Name$"; and a second one appears beside it.
@@ -51,6 +52,7 @@ class Speicherdatei : public engine::Datenbankdatei {
         engine::Katalog katalog;
         for (const auto& t : inhalt_.tabellen) katalog.tabellen.push_back(t.def);
         katalog.relationen = inhalt_.relationen;
+        katalog.hinweise = inhalt_.oeffnungshinweise;
         return katalog;
     }
 
