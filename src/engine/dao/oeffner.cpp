@@ -5,6 +5,8 @@
 #include <map>
 
 #include "base/fehler.h"
+#include "engine/datei/platte.h"
+#include "engine/datei/vorgangsbuch.h"
 #include "engine/jet/mdbdatei.h"
 
 namespace dao {
@@ -46,6 +48,8 @@ std::unique_ptr<engine::Datenbankdatei> dateiOeffnen(const QString& pfad, const 
         throw EngineFehler(kDateiNichtLesbar,
                            QStringLiteral("Das Format der Datenbank '%1' wird nicht unterstützt.")
                                .arg(QFileInfo(pfad).fileName()));
+    const QFileInfo ort(engine::zielVon(pfad));
+    engine::ueberbleibselRaeumen(ort.isDir() ? ort.filePath() : ort.absolutePath());
     return fund->second(pfad, passwortVon(verbindung));
 }
 

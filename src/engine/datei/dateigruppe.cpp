@@ -7,10 +7,12 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 
 #include "base/fehler.h"
+#include "engine/datei/vorgangsbuch.h"
 
 namespace engine {
 namespace {
@@ -64,8 +66,7 @@ class Verlauf {
         getan_.push_back({ziel, QString()});
     }
 
-    void ersetzen(const QString& von, const QString& ziel) {
-        const QString alt = freierNameDaneben(ziel);
+    void ersetzen(const QString& von, const QString& ziel, const QString& alt) {
         // A second name keeps the old content while the first one changes hands in one step.
         const bool zweiterName = ::link(roh(ziel).constData(), roh(alt).constData()) == 0;
         if (!zweiterName && ::rename(roh(ziel).constData(), roh(alt).constData()) != 0)
@@ -75,8 +76,7 @@ class Verlauf {
             systemfehler(ziel, QStringLiteral("ersetzt"));
     }
 
-    void entfernen(const QString& ziel) {
-        const QString alt = freierNameDaneben(ziel);
+    void entfernen(const QString& ziel, const QString& alt) {
         if (::rename(roh(ziel).constData(), roh(alt).constData()) != 0)
             systemfehler(ziel, QStringLiteral("gelöscht"));
         getan_.push_back({ziel, alt});
@@ -108,6 +108,36 @@ class Verlauf {
     std::vector<Schritt> getan_;
 };
 
+QString nameVon(const QString& pfad) {
+    return pfad.isEmpty() ? QString() : QFileInfo(pfad).fileName();
+}
+
+// Where the old content of each step's file will be kept; empty for a file that is not there yet.
+std::vector<QString> beinamenWaehlen(const std::vector<Gruppenschritt>& schritte) {
+    std::vector<QString> alte;
+    for (const Gruppenschritt& schritt : schritte)
+        alte.push_back(schritt.stand ? freierNameDaneben(schritt.ziel) : QString());
+    return alte;
+}
+
+// A single file changes in one step; a crash between several needs a way back.
+std::optional<Vorgangsbuch> buchFuehren(const std::vector<Gruppenschritt>& schritte,
+                                        const std::vector<QString>& alte) {
+    if (schritte.size() < 2) return std::nullopt;
+    const QString ordner = QFileInfo(schritte.front().ziel).absolutePath();
+    const bool inEinemOrdner = std::all_of(schritte.begin(), schritte.end(), [&](const Gruppenschritt& s) {
+        return QFileInfo(s.ziel).absolutePath() == ordner;
+    });
+    if (!inEinemOrdner) return std::nullopt;
+    std::vector<Buchung> buchungen;
+    for (size_t i = 0; i < schritte.size(); ++i) {
+        const QString neu = schritte[i].neu.pfad();
+        buchungen.push_back(
+            {nameVon(schritte[i].ziel), nameVon(alte[i]), neu.isEmpty() ? 0 : dateistandLesen(neu).knoten});
+    }
+    return std::optional<Vorgangsbuch>(std::in_place, ordner, buchungen);
+}
+
 }  // namespace
 
 void gruppePruefen(const std::vector<Gruppenschritt>& schritte) {
@@ -116,20 +146,24 @@ void gruppePruefen(const std::vector<Gruppenschritt>& schritte) {
 
 void gruppeAustauschen(std::vector<Gruppenschritt> schritte) {
     gruppePruefen(schritte);
+    const std::vector<QString> alte = beinamenWaehlen(schritte);
+    std::optional<Vorgangsbuch> buch = buchFuehren(schritte, alte);
     Verlauf verlauf;
-    for (Gruppenschritt& schritt : schritte) {
+    for (size_t i = 0; i < schritte.size(); ++i) {
+        Gruppenschritt& schritt = schritte[i];
         // Looked at once more, since the steps before it took their time.
         schrittPruefen(schritt);
         const bool loeschen = schritt.neu.pfad().isEmpty();
         if (loeschen)
-            verlauf.entfernen(schritt.ziel);
+            verlauf.entfernen(schritt.ziel, alte[i]);
         else if (schritt.stand)
-            verlauf.ersetzen(schritt.neu.pfad(), schritt.ziel);
+            verlauf.ersetzen(schritt.neu.pfad(), schritt.ziel, alte[i]);
         else
             verlauf.neueDatei(schritt.neu.pfad(), schritt.ziel);
         schritt.neu.behalten();
     }
     if (!schritte.empty()) ordnerAufPlatteBringen(schritte.front().ziel);
+    if (buch) buch->abschliessen();
     verlauf.abschliessen();
 }
 

@@ -26,7 +26,8 @@ void gruppePruefen(const std::vector<Gruppenschritt>& schritte);
 // Carries out the steps in their order. Until the last one is done every old file is kept under a private
 // name beside its place; when a step fails, those before it are undone and the failure is raised: as from
 // `gruppePruefen`, kDatentraegerVoll or kDateifehler. A file at its place is at every moment the old or the
-// new one, except for one that is removed.
+// new one, except for one that is removed. A crash in between is undone by the next `ueberbleibselRaeumen`.
+// Where symbolic links lead to other folders there is no such way back from a crash.
 void gruppeAustauschen(std::vector<Gruppenschritt> schritte);
 
 }  // namespace engine

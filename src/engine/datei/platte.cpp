@@ -5,8 +5,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
+#include <QSysInfo>
 #include <cerrno>
 #include <cstring>
 
@@ -31,7 +33,7 @@ void kopieren(int von, int nach, const QString& pfad) {
 }
 
 QString nameDaneben(const QString& ziel, int versuch) {
-    return QStringLiteral("%1.lindgarn-%2-%3").arg(ziel).arg(::getpid()).arg(versuch);
+    return QStringLiteral("%1.lindgarn-%2-%3-%4").arg(ziel, Rechnerkennung()).arg(::getpid()).arg(versuch);
 }
 
 // Mode, owner and group of another file.
@@ -76,6 +78,14 @@ Beiname neueDatei(const QString& ziel, const QString& vorbild, bool mitInhalt) {
 }
 
 }  // namespace
+
+QString Rechnerkennung() {
+    static const QString kennung =
+        QString::fromLatin1(QCryptographicHash::hash(QSysInfo::machineUniqueId(), QCryptographicHash::Sha256)
+                                .toHex()
+                                .left(8));
+    return kennung;
+}
 
 Griff::~Griff() {
     if (fd_ >= 0) ::close(fd_);

@@ -1,5 +1,6 @@
 // The swap of a file: all or nothing, nobody else's change overwritten, mode, owner and links kept.
 #include "engine/datei/austausch.h"
+#include "engine/datei/platte.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -215,7 +216,7 @@ TEST_F(AustauschTest, VerweisBleibtVerweisUndSeinZielWirdErsetzt) {
 }
 
 TEST_F(AustauschTest, RestEinesFrueherenVersuchsStoertNicht) {
-    const QString rest = QStringLiteral("%1.lindgarn-%2-0").arg(pfad).arg(::getpid());
+    const QString rest = QStringLiteral("%1.lindgarn-%2-%3-0").arg(pfad, engine::Rechnerkennung()).arg(::getpid());
     schreiben(rest, "rest");
     dateiAustauschen(pfad, dateistandLesen(pfad), neuSchreiben, gutheissen);
     EXPECT_EQ(lesen(pfad), "neu");
