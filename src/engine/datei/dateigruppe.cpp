@@ -92,7 +92,7 @@ class Verlauf {
   private:
     struct Schritt {
         QString ziel;
-        QString alt;    // where the old content is; empty for a file that was not there
+        QString alt;  // where the old content is; empty for a file that was not there
     };
 
     static void zuruecknehmen(const Schritt& schritt) {
@@ -116,7 +116,7 @@ QString nameVon(const QString& pfad) {
 std::vector<QString> beinamenWaehlen(const std::vector<Gruppenschritt>& schritte) {
     std::vector<QString> alte;
     for (const Gruppenschritt& schritt : schritte)
-        alte.push_back(schritt.stand ? freierNameDaneben(schritt.ziel) : QString());
+        alte.push_back(schritt.stand ? nameFuerAltes(schritt.ziel) : QString());
     return alte;
 }
 

@@ -41,8 +41,7 @@ void rechteUebernehmen(int von, int nach, const QString& ziel) {
     struct stat angaben {};
     if (::fstat(von, &angaben) != 0) systemfehler(ziel, QStringLiteral("gelesen"));
     // The owner may only be changed by the superuser; a file that is ours keeps it anyway.
-    if (::fchown(nach, angaben.st_uid, angaben.st_gid) != 0 &&
-        ::fchown(nach, uid_t(-1), angaben.st_gid) != 0)
+    if (::fchown(nach, angaben.st_uid, angaben.st_gid) != 0 && ::fchown(nach, uid_t(-1), angaben.st_gid) != 0)
         errno = 0;
     if (::fchmod(nach, angaben.st_mode & 07777) != 0) systemfehler(ziel, QStringLiteral("geschrieben"));
 }
@@ -109,10 +108,11 @@ void systemfehler(const QString& pfad, const QString& was) {
                                           "schreiben. Schaffen Sie Platz und wählen Sie dann 'Wiederholen'.")
                                .arg(name));
     if (grund == EACCES || grund == EPERM || grund == EROFS)
-        throw EngineFehler(kSchreibgeschuetzt,
-                           QStringLiteral("Die Datei '%1' oder ihr Ordner ist schreibgeschützt. Heben Sie den "
-                                          "Schreibschutz auf und wählen Sie dann 'Wiederholen'.")
-                               .arg(name));
+        throw EngineFehler(
+            kSchreibgeschuetzt,
+            QStringLiteral("Die Datei '%1' oder ihr Ordner ist schreibgeschützt. Heben Sie den "
+                           "Schreibschutz auf und wählen Sie dann 'Wiederholen'.")
+                .arg(name));
     throw EngineFehler(kDateifehler, QStringLiteral("Die Datei '%1' kann nicht %2 werden: %3.")
                                          .arg(name, was, QString::fromLocal8Bit(std::strerror(grund))));
 }
@@ -136,7 +136,7 @@ Beiname kopieDaneben(const QString& ziel, const QString& vorbild) {
     return neueDatei(ziel, vorbild, true);
 }
 
-QString freierNameDaneben(const QString& ziel) {
+QString nameFuerAltes(const QString& ziel) {
     for (int i = 0;; ++i) {
         const QString name = nameDaneben(ziel, i);
         struct stat angaben {};

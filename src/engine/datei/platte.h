@@ -59,8 +59,9 @@ Beiname leereDateiDaneben(const QString& ziel, const QString& vorbild = QString(
 // The same as a byte copy of `vorbild`.
 Beiname kopieDaneben(const QString& ziel, const QString& vorbild);
 
-// A name beside `ziel` that no file has at the moment.
-QString freierNameDaneben(const QString& ziel);
+// A private name beside `ziel` that no file has at the moment, for the old content while it may still be
+// needed.
+QString nameFuerAltes(const QString& ziel);
 
 // Writes all of it or raises as `systemfehler`, naming `pfad`.
 void ganzSchreiben(int fd, const char* daten, qint64 anzahl, const QString& pfad);

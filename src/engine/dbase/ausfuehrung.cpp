@@ -23,7 +23,8 @@ QString dateiname(const QString& pfad) {
 // Writes bytes into the middle of a file of our own.
 void einsetzen(const QString& pfad, qint64 ab, const QByteArray& bytes) {
     QFile datei(pfad);
-    if (datei.open(QIODevice::ReadWrite) && datei.seek(ab) && datei.write(bytes) == bytes.size() && datei.flush())
+    if (datei.open(QIODevice::ReadWrite) && datei.seek(ab) && datei.write(bytes) == bytes.size() &&
+        datei.flush())
         return;
     engine::systemfehler(pfad, QStringLiteral("geschrieben"));
 }
@@ -43,14 +44,16 @@ void inhalteVergleichen(const QString& a, const QString& b, qint64 ab, qint64 an
         gleich = links == rechts;
     }
     if (!gleich)
-        throw EngineFehler(kBeschaedigt, QStringLiteral("Die Kopie der Datei '%1' stimmt nicht mit ihr überein. Es "
-                                                        "wurde nichts geändert.")
-                                             .arg(dateiname(a)));
+        throw EngineFehler(kBeschaedigt,
+                           QStringLiteral("Die Kopie der Datei '%1' stimmt nicht mit ihr überein. Es "
+                                          "wurde nichts geändert.")
+                               .arg(dateiname(a)));
 }
 
 }  // namespace
 
-Ausfuehrung::Ausfuehrung(const QString& ordner, const Vorhaben& vorhaben) : ordner_(ordner), vorhaben_(vorhaben) {
+Ausfuehrung::Ausfuehrung(const QString& ordner, const Vorhaben& vorhaben)
+    : ordner_(ordner), vorhaben_(vorhaben) {
     altdateienSammeln();
     altdateienPruefen();
     for (const engine::TabelleAnlegen* neu : vorhaben_.neue) {
@@ -59,9 +62,10 @@ Ausfuehrung::Ausfuehrung(const QString& ordner, const Vorhaben& vorhaben) : ordn
         if (neu->def.indexe.empty()) continue;
         QStringList namen;
         for (const engine::IndexDef& index : neu->def.indexe) namen << index.name;
-        hinweise_.push_back(QStringLiteral("Tabelle '%1': Die Indizes (%2) gibt es in der dBase-Tabelle nicht. Legen "
-                                           "Sie sie bei Bedarf in Ihrem dBase-Programm an.")
-                                .arg(neu->def.name, namen.join(QStringLiteral(", "))));
+        hinweise_.push_back(
+            QStringLiteral("Tabelle '%1': Die Indizes (%2) gibt es in der dBase-Tabelle nicht. Legen "
+                           "Sie sie bei Bedarf in Ihrem dBase-Programm an.")
+                .arg(neu->def.name, namen.join(QStringLiteral(", "))));
     }
 }
 
@@ -92,8 +96,9 @@ void Ausfuehrung::begleiterNennen(const Tabelle& tabelle) {
                                    [&](const Vorhaben::Umzug& u) { return u.tabelle == &tabelle; });
     if (weg.isEmpty()) return;
     const QString text =
-        zieht ? QStringLiteral("Die Indexdateien der Tabelle '%1' passen nicht zu ihrem neuen Namen und wurden gelöscht "
-                               "(%2). Legen Sie die Indizes in Ihrem dBase-Programm neu an.")
+        zieht ? QStringLiteral(
+                    "Die Indexdateien der Tabelle '%1' passen nicht zu ihrem neuen Namen und wurden gelöscht "
+                    "(%2). Legen Sie die Indizes in Ihrem dBase-Programm neu an.")
               : QStringLiteral("Mit der Tabelle '%1' wurden ihre Indexdateien gelöscht (%2).");
     hinweise_.push_back(text.arg(tabelle.name, weg.join(QStringLiteral(", "))));
 }
@@ -194,9 +199,9 @@ Tabelle Ausfuehrung::anlegen(Tabellenschreiber& schreiber, const engine::Tabelle
 void Ausfuehrung::loeschungenVormerken() {
     for (const Altdatei& alte : alte_) {
         const QString echt = engine::zielVon(alte.pfad);
-        const bool ersetzt = std::any_of(schritte_.begin(), schritte_.end(), [&](const engine::Gruppenschritt& s) {
-            return s.ziel == alte.pfad || s.ziel == echt;
-        });
+        const bool ersetzt = std::any_of(
+            schritte_.begin(), schritte_.end(),
+            [&](const engine::Gruppenschritt& s) { return s.ziel == alte.pfad || s.ziel == echt; });
         if (!ersetzt) schritte_.push_back({alte.pfad, engine::Beiname(), alte.stand});
     }
 }

@@ -13,8 +13,9 @@ namespace dbase {
 
 class Ausfuehrung {
   public:
-    // Checks everything that can be known before the first byte: the state of the files concerned, and all rows
-    // of the new tables. Raises kDateiGeaendert, kDateiGesperrt, kSchreibgeschuetzt and as Tabellenschreiber.
+    // Checks everything that can be known before the first byte: the state of the files concerned, and all
+    // rows of the new tables. Raises kDateiGeaendert, kDateiGesperrt, kSchreibgeschuetzt and as
+    // Tabellenschreiber.
     Ausfuehrung(const QString& ordner, const Vorhaben& vorhaben);
 
     // Writes, reads back, and exchanges the files. Returns the tables that came in, as they will be read.
@@ -46,7 +47,7 @@ class Ausfuehrung {
 
     Ordner ordner_;
     const Vorhaben& vorhaben_;
-    std::vector<Altdatei> alte_;    // all files of the tables that go, each .dbf before its companions
+    std::vector<Altdatei> alte_;  // all files of the tables that go, each .dbf before its companions
     std::vector<std::unique_ptr<Tabellenschreiber>> schreiber_;
     std::vector<engine::Gruppenschritt> schritte_;
     engine::Hinweise hinweise_;

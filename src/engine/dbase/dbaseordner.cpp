@@ -21,9 +21,11 @@ namespace dbase {
 struct DbaseOrdner::Leseliste {
     std::vector<QString> saetze;
     std::set<QString> bekannte;
+    std::set<QString> beschaedigte;  // tables whose memo file turned out to be damaged
 
-    void aufnehmen(const std::vector<QString>& neue) {
-        for (const QString& satz : neue)
+    void aufnehmen(const QString& tabelle, const Befund& befund) {
+        if (befund.memoBeschaedigt) beschaedigte.insert(tabelle);
+        for (const QString& satz : befund.hinweise)
             if (bekannte.insert(satz).second) saetze.push_back(satz);
     }
 };
@@ -36,18 +38,21 @@ bool gleich(const QString& a, const QString& b) {
 
 void ordnerSchreibbarPruefen(const QString& ordner) {
     if (!QFileInfo(ordner).isDir())
-        throw EngineFehler(kDateiFehlt,
-                           QStringLiteral("Der Ordner '%1' ist nicht vorhanden oder nicht erreichbar.").arg(ordner));
+        throw EngineFehler(
+            kDateiFehlt,
+            QStringLiteral("Der Ordner '%1' ist nicht vorhanden oder nicht erreichbar.").arg(ordner));
     if (::access(QFile::encodeName(ordner).constData(), W_OK | X_OK) == 0) return;
-    throw EngineFehler(kSchreibgeschuetzt,
-                       QStringLiteral("Der Ordner '%1' ist schreibgeschützt; neue Tabellen könnten dort nicht "
-                                      "gespeichert werden. Kopieren Sie die Dateien in einen anderen Ordner.")
-                           .arg(ordner));
+    throw EngineFehler(
+        kSchreibgeschuetzt,
+        QStringLiteral("Der Ordner '%1' ist schreibgeschützt; neue Tabellen könnten dort nicht "
+                       "gespeichert werden. Kopieren Sie die Dateien in einen anderen Ordner.")
+            .arg(ordner));
 }
 
 QString memodateiVon(const Ordner& ordner, const QString& stamm, Memoart art) {
     if (art == Memoart::Keine) return QString();
-    const QString name = ordner.datei(stamm, art == Memoart::Fpt ? QStringLiteral("fpt") : QStringLiteral("dbt"));
+    const QString name =
+        ordner.datei(stamm, art == Memoart::Fpt ? QStringLiteral("fpt") : QStringLiteral("dbt"));
     return name.isEmpty() ? QString() : ordner.pfadVon(name);
 }
 
@@ -67,10 +72,11 @@ Tabelle tabelleOeffnen(const Ordner& ordner, const QString& datei) {
 }
 
 [[noreturn]] void geaendert(const Tabelle& tabelle) {
-    throw EngineFehler(kDateiGeaendert,
-                       QStringLiteral("Die Tabelle '%1' wurde inzwischen von einem anderen Programm geändert. Öffnen "
-                                      "Sie die Datenbank neu.")
-                           .arg(tabelle.name));
+    throw EngineFehler(
+        kDateiGeaendert,
+        QStringLiteral("Die Tabelle '%1' wurde inzwischen von einem anderen Programm geändert. Öffnen "
+                       "Sie die Datenbank neu.")
+            .arg(tabelle.name));
 }
 
 // The rows of a table that somebody else may change meanwhile.
@@ -78,7 +84,9 @@ class Bewacht : public engine::Zeilenquelle {
   public:
     Bewacht(const Tabelle& tabelle, std::shared_ptr<const Dateiquelle> daten,
             std::shared_ptr<const Dateiquelle> memo, Lesebericht bericht)
-        : daten_(std::move(daten)), memo_(std::move(memo)), leser_(tabelle, {daten_, memo_}, std::move(bericht)) {}
+        : daten_(std::move(daten)),
+          memo_(std::move(memo)),
+          leser_(tabelle, {daten_, memo_}, std::move(bericht)) {}
     bool naechste(engine::Zeile& zeile) override {
         if (leser_.naechste(zeile)) return true;
         daten_->unveraendertVerlangen();
@@ -94,7 +102,8 @@ class Bewacht : public engine::Zeilenquelle {
 
 }  // namespace
 
-DbaseOrdner::DbaseOrdner(QString ordner) : ordner_(std::move(ordner)), gelesen_(std::make_shared<Leseliste>()) {
+DbaseOrdner::DbaseOrdner(QString ordner)
+    : ordner_(std::move(ordner)), gelesen_(std::make_shared<Leseliste>()) {
     ordnerSchreibbarPruefen(ordner_);
     tabellenSuchen();
 }
@@ -116,9 +125,10 @@ void DbaseOrdner::tabellenSuchen() {
     }
     if (tabellen_.empty() && !grund.isEmpty()) throw EngineFehler(kDateiNichtLesbar, grund);
     for (const QString& datei : doppelte)
-        hinweise_.push_back(QStringLiteral("Die Datei '%1' heißt bis auf die Großschreibung wie eine andere und "
-                                           "wird nicht angezeigt.")
-                                .arg(datei));
+        hinweise_.push_back(
+            QStringLiteral("Die Datei '%1' heißt bis auf die Großschreibung wie eine andere und "
+                           "wird nicht angezeigt.")
+                .arg(datei));
     for (const Tabelle& tabelle : tabellen_)
         hinweise_.insert(hinweise_.end(), tabelle.hinweise.begin(), tabelle.hinweise.end());
 }
@@ -140,10 +150,15 @@ std::unique_ptr<engine::Zeilenquelle> DbaseOrdner::zeilenLesen(const QString& na
     auto memo = fund->memostand ? std::make_shared<Dateiquelle>(fund->memopfad) : nullptr;
     if (daten->stand() != fund->stand || (memo && memo->stand() != *fund->memostand)) geaendert(*fund);
     return std::make_unique<Bewacht>(*fund, std::move(daten), std::move(memo),
-                                     [liste = gelesen_](std::vector<QString> saetze) { liste->aufnehmen(saetze); });
+                                     [liste = gelesen_, tabelle = fund->name](const Befund& befund) {
+                                         liste->aufnehmen(tabelle, befund);
+                                     });
 }
 
 engine::Hinweise DbaseOrdner::anwenden(const std::vector<engine::Aenderung>& aenderungen) {
+    for (Tabelle& tabelle : tabellen_)
+        if (gelesen_->beschaedigte.erase(tabelle.name) > 0)
+            tabelle.aufbau.schaeden.push_back(QStringLiteral("die Memodatei ist beschädigt"));
     const Vorhaben vorhaben =
         vorhabenErmitteln(tabellen_, aenderungen, [this](const QString& name) { return belegtGrund(name); });
     Ausfuehrung ausfuehrung(ordner_, vorhaben);
@@ -152,7 +167,8 @@ engine::Hinweise DbaseOrdner::anwenden(const std::vector<engine::Aenderung>& aen
     engine::Hinweise hinweise = std::exchange(gelesen_->saetze, {});
     for (const QString& hinweis : ausfuehrung.hinweise()) hinweise.push_back(hinweis);
     std::erase_if(tabellen_, [&](const Tabelle& tabelle) {
-        return std::find(vorhaben.gehende.begin(), vorhaben.gehende.end(), &tabelle) != vorhaben.gehende.end();
+        return std::find(vorhaben.gehende.begin(), vorhaben.gehende.end(), &tabelle) !=
+               vorhaben.gehende.end();
     });
     for (Tabelle& tabelle : neue) tabellen_.push_back(std::move(tabelle));
     std::sort(tabellen_.begin(), tabellen_.end(), [](const Tabelle& a, const Tabelle& b) {
@@ -163,14 +179,16 @@ engine::Hinweise DbaseOrdner::anwenden(const std::vector<engine::Aenderung>& aen
 
 // A name may be free in the catalogue and yet belong to a file that is no table.
 QString DbaseOrdner::belegtGrund(const QString& name) const {
-    if (std::any_of(tabellen_.begin(), tabellen_.end(), [&](const Tabelle& t) { return gleich(t.name, name); }))
+    if (std::any_of(tabellen_.begin(), tabellen_.end(),
+                    [&](const Tabelle& t) { return gleich(t.name, name); }))
         return QString();
     const Ordner ordner(ordner_);
     for (const char* endung : {"dbf", "dbt", "fpt"}) {
         const QString datei = ordner.datei(name, QString::fromLatin1(endung));
         if (!datei.isEmpty())
-            return QStringLiteral("Im Ordner liegt bereits eine Datei '%1', die nicht überschrieben wird. Wählen Sie "
-                                  "einen anderen Namen für die Tabelle, oder entfernen Sie die Datei.")
+            return QStringLiteral(
+                       "Im Ordner liegt bereits eine Datei '%1', die nicht überschrieben wird. Wählen Sie "
+                       "einen anderen Namen für die Tabelle, oder entfernen Sie die Datei.")
                 .arg(datei);
     }
     return QString();

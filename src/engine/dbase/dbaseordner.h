@@ -11,12 +11,12 @@
 
 namespace dbase {
 
-// Knows the tables as they were at the start and by its own changes. Rows and changes raise kDateiGeaendert for
-// a table that somebody else has changed since; other files of the folder do not matter.
+// Knows the tables as they were at the start and by its own changes. Rows and changes raise kDateiGeaendert
+// for a table that somebody else has changed since; other files of the folder do not matter.
 class DbaseOrdner : public engine::Datenbankdatei {
   public:
-    // Raises kDateiFehlt, kSchreibgeschuetzt for a folder that takes no new file, and kDateiNichtLesbar when it
-    // has .dbf files but no table among them.
+    // Raises kDateiFehlt, kSchreibgeschuetzt for a folder that takes no new file, and kDateiNichtLesbar when
+    // it has .dbf files but no table among them.
     explicit DbaseOrdner(QString ordner);
     ~DbaseOrdner() override;
 
@@ -35,10 +35,11 @@ class DbaseOrdner : public engine::Datenbankdatei {
     QString belegtGrund(const QString& name) const;
 
     QString ordner_;
-    std::vector<Tabelle> tabellen_;       // sorted by name
-    std::vector<QString> hinweise_;       // on files that are no tables, and on tables
+    std::vector<Tabelle> tabellen_;  // sorted by name
+    std::vector<QString> hinweise_;  // on files that are no tables, and on tables
     struct Leseliste;
-    std::shared_ptr<Leseliste> gelesen_;  // shared with the rows that are being read
+    std::shared_ptr<Leseliste>
+        gelesen_;  // findings of the rows read so far; shared with the rows that are being read
 };
 
 // The opener of dBase folders; there are no passwords.

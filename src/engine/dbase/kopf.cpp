@@ -13,7 +13,7 @@ namespace {
 constexpr int kKopfLaenge = 32;
 constexpr int kFeldLaenge = 32;
 constexpr int kNamenLaenge = 11;
-constexpr int kFoxproAnhang = 263;    // the path of a .dbc, behind the fields
+constexpr int kFoxproAnhang = 263;  // the path of a .dbc, behind the fields
 constexpr char kFeldende = 0x0D;
 constexpr int kProbeSaetze = 100;
 constexpr int kVerborgenesFeld = 1;
@@ -120,7 +120,8 @@ Feldform formVon(const Spalte& s, const Aufbau& aufbau) {
 }
 
 int summe(const std::vector<Spalte>& spalten) {
-    return std::accumulate(spalten.begin(), spalten.end(), 1, [](int n, const Spalte& s) { return n + s.laenge; });
+    return std::accumulate(spalten.begin(), spalten.end(), 1,
+                           [](int n, const Spalte& s) { return n + s.laenge; });
 }
 
 // FoxPro and Clipper keep the upper half of a long text's width in the decimals.

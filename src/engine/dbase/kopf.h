@@ -18,27 +18,27 @@ enum class Feldform : quint8 {
     Zahl,
     Wahrheit,
     Datum,
-    Memo,           // block number in digits
-    MemoBinaer,     // block number in four bytes
-    Ganzzahl,       // the rest is written by Visual FoxPro
+    Memo,        // block number in digits
+    MemoBinaer,  // block number in four bytes
+    Ganzzahl,    // the rest is written by Visual FoxPro
     Waehrung,
     Zeitpunkt,
     Doppelt,
     TextVariabel,
-    Unlesbar,       // shown as a column without values
+    Unlesbar,  // shown as a column without values
     Verborgen,
 };
 
 struct Spalte {
-    QByteArray rohname;     // as in the descriptor, without what follows its zero byte
-    QString name;           // as the user sees it; different for each field of the table
-    char art = 'C';         // the type letter
+    QByteArray rohname;  // as in the descriptor, without what follows its zero byte
+    QString name;        // as the user sees it; different for each field of the table
+    char art = 'C';      // the type letter
     Feldform form = Feldform::Text;
-    int ab = 0;             // place in the record; the deletion mark stands at 0
+    int ab = 0;  // place in the record; the deletion mark stands at 0
     int laenge = 0;
     int stellen = 0;
-    quint8 schalter = 0;    // Visual FoxPro only
-    int nullbit = -1;       // bits of the column of Null flags, -1 for none
+    quint8 schalter = 0;  // Visual FoxPro only
+    int nullbit = -1;     // bits of the column of Null flags, -1 for none
     int laengenbit = -1;
 };
 
@@ -48,10 +48,10 @@ struct Aufbau {
     quint8 sprachbyte = 0;
     bool indexVermerk = false;
     quint32 saetzeImKopf = 0;
-    qint64 saetze = 0;       // whole records that are there, deleted ones included
+    qint64 saetze = 0;  // whole records that are there, deleted ones included
     qint64 satzanfang = 0;
     int satzlaenge = 0;
-    int nullbitsAb = -1;     // place of Visual FoxPro's Null flags in the record
+    int nullbitsAb = -1;  // place of Visual FoxPro's Null flags in the record
     std::vector<Spalte> spalten;
     // What is wrong with the file, as sentences for the user. A table with any is never written over.
     std::vector<QString> schaeden;

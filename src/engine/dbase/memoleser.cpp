@@ -10,11 +10,11 @@ namespace {
 constexpr qint64 kFenster = 1 << 20;
 constexpr int kKopfLaenge = 512;
 constexpr int kVorgabeBlock = 512;
-constexpr qint64 kHoechstensOhneEnde = 1 << 20;      // a memo of dBase III whose end mark is missing
-constexpr qint64 kHoechstensFremdform = 1 << 16;     // one of dBase III's form in a file of dBase IV
-constexpr int kVielfaches = 4;                       // so often may all memos together repeat the file
+constexpr qint64 kHoechstensOhneEnde = 1 << 20;   // a memo of dBase III whose end mark is missing
+constexpr qint64 kHoechstensFremdform = 1 << 16;  // one of dBase III's form in a file of dBase IV
+constexpr int kVielfaches = 4;                    // so often may all memos together repeat the file
 constexpr char kEndmarke = 0x1A;
-constexpr QByteArrayView kVierMarke = "\xFF\xFF\x08";    // and a zero byte
+constexpr QByteArrayView kVierMarke = "\xFF\xFF\x08";  // and a zero byte
 
 int blockgroesseVon(const QByteArray& kopf, Memoart art) {
     if (kopf.size() < kKopfLaenge) return 0;
@@ -47,8 +47,9 @@ QByteArrayView Memoleser::sicht(qint64 ab, qint64 anzahl) {
         fenster_ = datei_->bytes(ab, std::max(anzahl, kFenster));
         fensterAb_ = ab;
     }
-    return QByteArrayView(fenster_).sliced(ab - fensterAb_).first(
-        std::min<qint64>(anzahl, fenster_.size() - (ab - fensterAb_)));
+    return QByteArrayView(fenster_)
+        .sliced(ab - fensterAb_)
+        .first(std::min<qint64>(anzahl, fenster_.size() - (ab - fensterAb_)));
 }
 
 QByteArrayView Memoleser::bisEndmarke(qint64 ab) {
@@ -62,6 +63,7 @@ QByteArrayView Memoleser::bisEndmarke(qint64 ab) {
 }
 
 QByteArrayView Memoleser::mitLaenge(qint64 ab, qint64 laenge) {
+    if (laenge < 0 || laenge > datei_->groesse() - ab) ++schaeden_;
     return sicht(ab, std::clamp<qint64>(laenge, 0, datei_->groesse()));
 }
 
@@ -78,9 +80,16 @@ QByteArrayView Memoleser::roh(qint64 ab) {
 }
 
 std::optional<QByteArray> Memoleser::lesen(qint64 block) {
-    if (!brauchbar() || block <= 0 || block > datei_->groesse() / blockgroesse_) return std::nullopt;
+    if (!brauchbar() || block == 0) return std::nullopt;
+    if (block < 0 || block > (datei_->groesse() - 1) / blockgroesse_) {
+        ++schaeden_;
+        return std::nullopt;
+    }
     const QByteArrayView bytes = roh(block * blockgroesse_);
-    if (bytes.size() > vorrat_) return std::nullopt;
+    if (bytes.size() > vorrat_) {
+        ++schaeden_;
+        return std::nullopt;
+    }
     vorrat_ -= bytes.size();
     if (bytes.isEmpty()) return std::nullopt;
     return ohneWeicheUmbrueche(bytes);

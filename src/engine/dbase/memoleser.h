@@ -20,6 +20,8 @@ class Memoleser {
     // The bytes of a memo, without the soft line breaks of the dBase editors; nothing for block 0, a number
     // beyond the file and a memo without text.
     std::optional<QByteArray> lesen(qint64 block);
+    // How often a memo could not be read as the file says: beyond its end, or more than the file can hold.
+    qint64 schaeden() const { return schaeden_; }
 
   private:
     QByteArrayView sicht(qint64 ab, qint64 anzahl);
@@ -30,8 +32,9 @@ class Memoleser {
     std::shared_ptr<const Bytequelle> datei_;
     Memoart art_;
     int blockgroesse_ = 0;
-    qint64 vorrat_;          // bytes that may still be handed out
-    QByteArray fenster_;     // file content from fensterAb_ on
+    qint64 schaeden_ = 0;
+    qint64 vorrat_;       // bytes that may still be handed out
+    QByteArray fenster_;  // file content from fensterAb_ on
     qint64 fensterAb_ = 0;
 };
 

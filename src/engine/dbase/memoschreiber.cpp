@@ -6,8 +6,8 @@
 namespace dbase {
 namespace {
 
-constexpr int kVorspann = 8;                   // before a text of dBase IV
-constexpr QByteArrayView kEnde = "\x1A\x1A";   // behind one of dBase III
+constexpr int kVorspann = 8;                  // before a text of dBase IV
+constexpr QByteArrayView kEnde = "\x1A\x1A";  // behind one of dBase III
 // Some readers of dBase IV memos look for this byte behind the text; to all others it is filler.
 constexpr char kFuellerVier = 0x1F;
 

@@ -15,10 +15,10 @@ struct Merkmal {
     char art = 'C';
     int laenge = 0;
     int stellen = 0;
-    int feldtyp = 0;         // the published type that the column was read as
+    int feldtyp = 0;  // the published type that the column was read as
     quint8 sprachbyte = 0;
     Seitenwahl seite;
-    int stufe = 4;           // 3 for a table of dBase III with memo, else 4
+    int stufe = 4;  // 3 for a table of dBase III with memo, else 4
     Hindernis hindernis = Hindernis::Keines;
     bool operator==(const Merkmal&) const = default;
 };

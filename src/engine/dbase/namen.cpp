@@ -8,7 +8,7 @@ namespace {
 
 // Means something to a file system or to dBase.
 constexpr QStringView kVerboten = u":/\\*?[]\"<>|.";
-constexpr qsizetype kStammMitNummer = 7;    // room for "_99"
+constexpr qsizetype kStammMitNummer = 7;  // room for "_99"
 constexpr int kMaxNummer = 99;
 
 bool istGeraetename(const QString& name) {
@@ -30,8 +30,9 @@ QString verschieden(const QString& name, const std::vector<QString>& vorhandene)
     if (!enthaelt(vorhandene, name)) return name;
     for (int i = 1;; ++i) {
         const QString nummer = QStringLiteral("_%1").arg(i);
-        const qsizetype stamm = i <= kMaxNummer ? std::min<qsizetype>(kMaxFeldname - nummer.size(), name.size())
-                                                : std::min<qsizetype>(kStammMitNummer - 2, name.size());
+        const qsizetype stamm = i <= kMaxNummer
+                                    ? std::min<qsizetype>(kMaxFeldname - nummer.size(), name.size())
+                                    : std::min<qsizetype>(kStammMitNummer - 2, name.size());
         const QString neu = name.left(stamm) + nummer;
         if (!enthaelt(vorhandene, neu)) return neu;
     }
@@ -60,8 +61,9 @@ bool istFeldbuchstabe(QChar c) {
 bool tabellennameErlaubt(const QString& name) {
     if (name.isEmpty() || name.size() > kMaxTabellenname) return false;
     if (name.front() == u' ' || name.back() == u' ' || istGeraetename(name)) return false;
-    return std::none_of(name.begin(), name.end(),
-                        [](QChar c) { return c < u' ' || c == QChar(0x7F) || c.isSurrogate() || kVerboten.contains(c); });
+    return std::none_of(name.begin(), name.end(), [](QChar c) {
+        return c < u' ' || c == QChar(0x7F) || c.isSurrogate() || kVerboten.contains(c);
+    });
 }
 
 QString lesbarerFeldname(const QString& roh, const std::vector<QString>& vorhandene) {

@@ -17,8 +17,7 @@ namespace {
 engine::Dateistand standVon(int fd) {
     struct stat angaben {};
     if (::fstat(fd, &angaben) != 0) return {};
-    return {qint64(angaben.st_size),
-            qint64(angaben.st_mtim.tv_sec) * 1'000'000'000 + angaben.st_mtim.tv_nsec,
+    return {qint64(angaben.st_size), qint64(angaben.st_mtim.tv_sec) * 1'000'000'000 + angaben.st_mtim.tv_nsec,
             quint64(angaben.st_dev), quint64(angaben.st_ino)};
 }
 

@@ -93,10 +93,11 @@ Feldbau feldbauAusTyp(const engine::FeldDef& feld, int maxZahl) {
             if (feld.groesse > 0 && feld.groesse <= kMaxTextbreite) return textfeld(feld.groesse);
             return {Schreibart::GemessenerText, 'C', kMaxTextbreite, 0};
         default:
-            ablehnen(kSystemgrenze,
-                     QStringLiteral("Das Feld '%1' enthält Bilder oder andere Objekte, die eine dBase-Tabelle "
-                                    "nicht aufnehmen kann. Entfernen Sie das Feld aus der Tabelle.")
-                         .arg(feld.name));
+            ablehnen(
+                kSystemgrenze,
+                QStringLiteral("Das Feld '%1' enthält Bilder oder andere Objekte, die eine dBase-Tabelle "
+                               "nicht aufnehmen kann. Entfernen Sie das Feld aus der Tabelle.")
+                    .arg(feld.name));
     }
 }
 
@@ -111,21 +112,24 @@ void hindernisPruefen(const engine::FeldDef& feld, const Merkmal& m) {
         case Merkmal::Hindernis::Keines:
             return;
         case Merkmal::Hindernis::UnlesbareArt:
-            ablehnen(kSystemgrenze, QStringLiteral("Das Feld '%1' hat eine Art ('%2'), die nicht gelesen und "
-                                                   "deshalb nicht kopiert werden kann. Entfernen Sie das Feld mit "
-                                                   "dem Programm, aus dem die Tabelle stammt.")
-                                        .arg(feld.name, QString(QChar::fromLatin1(m.art))));
-        case Merkmal::Hindernis::OhneMemodatei:
             ablehnen(kSystemgrenze,
-                     QStringLiteral("Die Memodatei zum Feld '%1' fehlt oder ist unbrauchbar; die Tabelle kann "
-                                    "deshalb nicht kopiert werden. Legen Sie die Memodatei neben die Tabelle und "
-                                    "öffnen Sie die Datenbank neu.")
-                         .arg(feld.name));
+                     QStringLiteral("Das Feld '%1' hat eine Art ('%2'), die nicht gelesen und "
+                                    "deshalb nicht kopiert werden kann. Entfernen Sie das Feld mit "
+                                    "dem Programm, aus dem die Tabelle stammt.")
+                         .arg(feld.name, QString(QChar::fromLatin1(m.art))));
+        case Merkmal::Hindernis::OhneMemodatei:
+            ablehnen(
+                kSystemgrenze,
+                QStringLiteral("Die Memodatei zum Feld '%1' fehlt oder ist unbrauchbar; die Tabelle kann "
+                               "deshalb nicht kopiert werden. Legen Sie die Memodatei neben die Tabelle und "
+                               "öffnen Sie die Datenbank neu.")
+                    .arg(feld.name));
         case Merkmal::Hindernis::Zeichensatz:
             ablehnen(kSystemgrenze,
-                     QStringLiteral("Die Tabelle mit dem Feld '%1' ist in einem Zeichensatz (%2) geschrieben, der "
-                                    "nicht geschrieben werden kann. Speichern Sie die Tabelle mit dem Programm, aus "
-                                    "dem sie stammt, im Zeichensatz 850 oder 1252.")
+                     QStringLiteral(
+                         "Die Tabelle mit dem Feld '%1' ist in einem Zeichensatz (%2) geschrieben, der "
+                         "nicht geschrieben werden kann. Speichern Sie die Tabelle mit dem Programm, aus "
+                         "dem sie stammt, im Zeichensatz 850 oder 1252.")
                          .arg(feld.name)
                          .arg(m.seite.seite));
     }
@@ -171,11 +175,12 @@ void spaltenBenennen(Schreibplan& plan, const engine::TabellenDef& def) {
         alsNamePassend(neu, plan.zeichensatz, spalte.rohname);
         vergeben.push_back(neu);
         if (neu.compare(spalte.name, Qt::CaseInsensitive) != 0)
-            plan.hinweise.push_back(QStringLiteral("Tabelle '%1': Das Feld '%2' heißt in der dBase-Datei '%3', da "
-                                                   "ein Feldname dort höchstens %4 Buchstaben, Ziffern und "
-                                                   "Unterstriche hat.")
-                                        .arg(plan.tabelle, spalte.name, neu)
-                                        .arg(kMaxFeldname));
+            plan.hinweise.push_back(
+                QStringLiteral("Tabelle '%1': Das Feld '%2' heißt in der dBase-Datei '%3', da "
+                               "ein Feldname dort höchstens %4 Buchstaben, Ziffern und "
+                               "Unterstriche hat.")
+                    .arg(plan.tabelle, spalte.name, neu)
+                    .arg(kMaxFeldname));
     }
 }
 
@@ -210,12 +215,13 @@ Schreibplan schreibplanErstellen(const engine::TabellenDef& def) {
     schriftBestimmen(plan, def);
     const int hoechstens = plan.stufe == 3 ? kMaxFelderDrei : kMaxFelderVier;
     if (int(def.felder.size()) > hoechstens || def.felder.empty())
-        ablehnen(kZuVieleFelder,
-                 QStringLiteral("Die Tabelle '%1' hat %2 Felder; eine dBase-Tabelle dieser Art nimmt 1 bis %3 "
-                                "auf. Verringern Sie die Zahl der Felder.")
-                     .arg(def.name)
-                     .arg(def.felder.size())
-                     .arg(hoechstens));
+        ablehnen(
+            kZuVieleFelder,
+            QStringLiteral("Die Tabelle '%1' hat %2 Felder; eine dBase-Tabelle dieser Art nimmt 1 bis %3 "
+                           "auf. Verringern Sie die Zahl der Felder.")
+                .arg(def.name)
+                .arg(def.felder.size())
+                .arg(hoechstens));
     for (const engine::FeldDef& feld : def.felder) {
         feldPlanbar(feld);
         const std::optional<Merkmal> m = merkmalVon(feld);
@@ -235,12 +241,13 @@ void spaltenAnordnen(Schreibplan& plan) {
     }
     const int hoechstens = plan.stufe == 3 ? kMaxSatzDrei : kMaxSatzVier;
     if (ab > hoechstens)
-        ablehnen(kSystemgrenze,
-                 QStringLiteral("Ein Datensatz der Tabelle '%1' wäre %2 Zeichen lang; eine dBase-Tabelle dieser "
-                                "Art nimmt höchstens %3 auf. Entfernen oder verkürzen Sie Textfelder.")
-                     .arg(plan.tabelle)
-                     .arg(ab)
-                     .arg(hoechstens));
+        ablehnen(
+            kSystemgrenze,
+            QStringLiteral("Ein Datensatz der Tabelle '%1' wäre %2 Zeichen lang; eine dBase-Tabelle dieser "
+                           "Art nimmt höchstens %3 auf. Entfernen oder verkürzen Sie Textfelder.")
+                .arg(plan.tabelle)
+                .arg(ab)
+                .arg(hoechstens));
 }
 
 }  // namespace dbase

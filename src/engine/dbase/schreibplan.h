@@ -18,19 +18,19 @@ enum class Schreibart : quint8 {
     Wahrheit,
     Datum,
     Memo,
-    GemesseneZahl,    // width and decimals by the values
-    GemessenerText,   // C(254), or a memo when one is longer
-    Zeitpunkt,        // a date, or a text when one has a time of day
+    GemesseneZahl,   // width and decimals by the values
+    GemessenerText,  // C(254), or a memo when one is longer
+    Zeitpunkt,       // a date, or a text when one has a time of day
 };
 
 struct Schreibspalte {
-    QString name;         // as the engine calls it
-    QByteArray rohname;   // as the file will
+    QString name;        // as the engine calls it
+    QByteArray rohname;  // as the file will
     Schreibart schreibart = Schreibart::Text;
     char art = 'C';
     int laenge = 0;
     int stellen = 0;
-    int ab = 0;           // place in the record
+    int ab = 0;  // place in the record
 };
 
 struct Schreibplan {
@@ -38,8 +38,8 @@ struct Schreibplan {
     int stufe = 4;
     Zeichensatz zeichensatz{kSeite850};
     quint8 sprachbyte = 0;
-    bool ausSchaetzung = false;    // the source told no page: neither does the copy, if that is safe
-    QByteArray cpg;                // content of the .cpg file, empty for none
+    bool ausSchaetzung = false;  // the source told no page: neither does the copy, if that is safe
+    QByteArray cpg;              // content of the .cpg file, empty for none
     std::vector<Schreibspalte> spalten;
     engine::Hinweise hinweise;
 

@@ -128,9 +128,10 @@ void hinweiseSammeln(Tabelle& tabelle, bool memoDa) {
                                "selbst wird nicht verändert.")
                     .arg(schaden));
     if (tabelle.aufbau.hatMemo() && !memoDa)
-        hinweis(QStringLiteral("Die Memodatei fehlt oder ist unbrauchbar; alle Memofelder erscheinen leer. "
-                               "Kopieren Sie die Memodatei in denselben Ordner und öffnen Sie die Datenbank "
-                               "neu."));
+        hinweis(
+            QStringLiteral("Die Memodatei fehlt oder ist unbrauchbar; alle Memofelder erscheinen leer. "
+                           "Kopieren Sie die Memodatei in denselben Ordner und öffnen Sie die Datenbank "
+                           "neu."));
     for (const Spalte& s : tabelle.aufbau.spalten)
         if (s.form == Feldform::Unlesbar)
             hinweis(QStringLiteral("Das Feld '%1' hat eine Art ('%2'), die nicht gelesen werden kann, und "

@@ -15,15 +15,15 @@
 namespace dbase {
 
 struct Tabelle {
-    QString name;                               // the stem of the file
+    QString name;  // the stem of the file
     QString pfad;
     engine::Dateistand stand;
-    QString memopfad;                           // empty when there is no memo file
+    QString memopfad;  // empty when there is no memo file
     std::optional<engine::Dateistand> memostand;
     Aufbau aufbau;
     Seitenwahl seite;
     engine::TabellenDef def;
-    std::vector<QString> hinweise;              // what the user should know of it, as sentences
+    std::vector<QString> hinweise;  // what the user should know of it, as sentences
 
     // Damaged: it may be read, never written over, renamed or dropped.
     bool beschaedigt() const { return !aufbau.schaeden.empty(); }
@@ -32,15 +32,20 @@ struct Tabelle {
 // The bytes of a table's files, ready to be read.
 struct Tabellenquelle {
     std::shared_ptr<const Bytequelle> daten;
-    std::shared_ptr<const Bytequelle> memo;    // none when there is no memo file
+    std::shared_ptr<const Bytequelle> memo;  // none when there is no memo file
 };
 
 // Reads everything but the rows. `cpg` is the content of the .cpg file, empty when there is none. Raises
 // kDateiNichtLesbar for what is no table.
 Tabelle tabelleLesen(const QString& name, const Tabellenquelle& quelle, const QByteArray& cpg);
 
-// Told at the end of a table's rows: sentences on values that could not be read.
-using Lesebericht = std::function<void(std::vector<QString>)>;
+// What came up while a table's rows were read.
+struct Befund {
+    std::vector<QString> hinweise;  // sentences on values that could not be read
+    bool memoBeschaedigt = false;
+};
+// Told at the end of a table's rows.
+using Lesebericht = std::function<void(const Befund&)>;
 
 // The live rows of a table, in the order of the file.
 class Tabellenleser : public engine::Zeilenquelle {
@@ -72,9 +77,9 @@ class Tabellenleser : public engine::Zeilenquelle {
     std::vector<const Spalte*> sichtbare_;
     std::vector<Zaehler> zaehler_;
     QByteArray block_;
-    qint64 blockAb_ = 0;        // number of the first record in the block
+    qint64 blockAb_ = 0;  // number of the first record in the block
     qint64 blockSaetze_ = 0;
-    qint64 naechster_ = 0;      // number of the record to be looked at next, from 0
+    qint64 naechster_ = 0;  // number of the record to be looked at next, from 0
     QByteArrayView satz_;
 };
 

@@ -2,6 +2,7 @@
 #include <QtEndian>
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 #include "base/atempause.h"
 #include "engine/dbase/tabelle.h"
@@ -12,7 +13,7 @@ namespace {
 
 constexpr qint64 kBlock = 1 << 20;
 constexpr char kGeloescht = '*';
-constexpr qint64 kJulianisch1899 = 2415019;    // the Julian day of 1899-12-30
+constexpr qint64 kJulianisch1899 = 2415019;  // the Julian day of 1899-12-30
 constexpr double kMillisekundenJeTag = 86400000.0;
 
 // A zero byte inside a text was a blank to the program that wrote it.
@@ -64,8 +65,8 @@ bool Tabellenleser::naechsterSatz() {
             blockSaetze_ = block_.size() / aufbau_.satzlaenge;
             if (blockSaetze_ == 0) return false;
         }
-        satz_ = QByteArrayView(block_).sliced((naechster_ - blockAb_) * aufbau_.satzlaenge,
-                                              aufbau_.satzlaenge);
+        satz_ =
+            QByteArrayView(block_).sliced((naechster_ - blockAb_) * aufbau_.satzlaenge, aufbau_.satzlaenge);
         ++naechster_;
         if (satz_[0] != kGeloescht) return true;
     }
@@ -99,8 +100,9 @@ Wert Tabellenleser::feld(const Spalte& s, Zaehler& zaehler) {
             return textWert(zeichensatz_, bytes, s.laenge);
         case Feldform::TextVariabel:
             return textWert(zeichensatz_, bytes,
-                            bitGesetzt(s.laengenbit) ? std::min<int>(quint8(bytes[s.laenge - 1]), s.laenge - 1)
-                                                     : s.laenge);
+                            bitGesetzt(s.laengenbit)
+                                ? std::min<int>(quint8(bytes[s.laenge - 1]), s.laenge - 1)
+                                : s.laenge);
         case Feldform::Zahl:
             return gezaehlt(zahlLesen({bytes, s.laenge}));
         case Feldform::Wahrheit:
@@ -139,14 +141,23 @@ Wert Tabellenleser::memo(const Spalte& s) {
 }
 
 void Tabellenleser::berichten() {
-    std::vector<QString> saetze;
+    if (!bericht_) return;
+    Befund befund;
     for (size_t i = 0; i < sichtbare_.size(); ++i)
         if (const qint64 n = zaehler_[i].unlesbar)
-            saetze.push_back(QStringLiteral("Tabelle '%1': %2 im Feld '%3' nicht lesbar und leer geblieben.")
-                                 .arg(name_, n == 1 ? QStringLiteral("1 Wert ist")
-                                                    : QStringLiteral("%1 Werte sind").arg(n),
-                                      sichtbare_[i]->name));
-    if (bericht_ && !saetze.empty()) std::exchange(bericht_, {})(std::move(saetze));
+            befund.hinweise.push_back(
+                QStringLiteral("Tabelle '%1': %2 im Feld '%3' nicht lesbar und leer geblieben.")
+                    .arg(name_,
+                         n == 1 ? QStringLiteral("1 Wert ist") : QStringLiteral("%1 Werte sind").arg(n),
+                         sichtbare_[i]->name));
+    if (memo_ && memo_->schaeden() > 0) {
+        befund.memoBeschaedigt = true;
+        befund.hinweise.push_back(
+            QStringLiteral("Tabelle '%1': Die Memodatei ist beschädigt; Memotexte können fehlen oder "
+                           "unvollständig sein. Die Dateien der Tabelle werden nicht verändert.")
+                .arg(name_));
+    }
+    std::exchange(bericht_, {})(befund);
 }
 
 }  // namespace dbase

@@ -21,10 +21,11 @@ constexpr char kFeldende = 0x0D;
 constexpr char kDateiende = 0x1A;
 
 [[noreturn]] void unvollstaendig(const QString& tabelle) {
-    throw EngineFehler(kBeschaedigt,
-                       QStringLiteral("Die Tabelle '%1' ist nach dem Schreiben nicht vollständig. Die Dateien des "
-                                      "Ordners wurden nicht geändert.")
-                           .arg(tabelle));
+    throw EngineFehler(
+        kBeschaedigt,
+        QStringLiteral("Die Tabelle '%1' ist nach dem Schreiben nicht vollständig. Die Dateien des "
+                       "Ordners wurden nicht geändert.")
+            .arg(tabelle));
 }
 
 // Runs over bytes in the order in which they stand in the table, eight at a time.
@@ -119,8 +120,8 @@ Tabelle Tabellenschreiber::zurueckgelesen(const QString& datei, const QString& m
                   spalten.size() == plan_.spalten.size() && gelesen.aufbau.satzlaenge == plan_.satzlaenge();
     for (size_t i = 0; gleich && i < spalten.size(); ++i) {
         const Schreibspalte& s = plan_.spalten[i];
-        gleich = spalten[i].rohname == s.rohname && spalten[i].art == s.art && spalten[i].laenge == s.laenge &&
-                 spalten[i].ab == s.ab;
+        gleich = spalten[i].rohname == s.rohname && spalten[i].art == s.art &&
+                 spalten[i].laenge == s.laenge && spalten[i].ab == s.ab;
     }
     if (!gleich) unvollstaendig(plan_.tabelle);
 

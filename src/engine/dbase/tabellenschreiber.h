@@ -22,13 +22,13 @@ class Tabellenschreiber {
     const QByteArray& cpg() const { return plan_.cpg; }
     const engine::Hinweise& hinweise() const { return plan_.hinweise; }
 
-    // Writes the rows into two empty files (`memo` only for a table that has one) and brings them to the disk.
-    // `name` and `memoname` are what messages call them. Raises kBeschaedigt when the rows are others than at
-    // first, kDatentraegerVoll and the like.
+    // Writes the rows into two empty files (`memo` only for a table that has one) and brings them to the
+    // disk. `name` and `memoname` are what messages call them. Raises kBeschaedigt when the rows are others
+    // than at first, kDatentraegerVoll and the like.
     void schreiben(const QString& datei, const QString& name, const QString& memo, const QString& memoname);
 
-    // Reads the files with the program's own reader: same fields, same records, byte for byte. Returns what it
-    // read (paths are left open). Raises kBeschaedigt.
+    // Reads the files with the program's own reader: same fields, same records, byte for byte. Returns what
+    // it read (paths are left open). Raises kBeschaedigt.
     Tabelle zurueckgelesen(const QString& datei, const QString& memo) const;
 
   private:

@@ -43,7 +43,8 @@ class Planung {
         Vorhaben vorhaben;
         for (const Tabelle& tabelle : tabellen) {
             const auto bleibt = [&](const Eintrag& e) { return e.alt == &tabelle && e.name == tabelle.name; };
-            if (std::none_of(eintraege_.begin(), eintraege_.end(), bleibt)) vorhaben.gehende.push_back(&tabelle);
+            if (std::none_of(eintraege_.begin(), eintraege_.end(), bleibt))
+                vorhaben.gehende.push_back(&tabelle);
         }
         for (const Eintrag& e : eintraege_) {
             if (e.neu) vorhaben.neue.push_back(e.neu);
@@ -66,20 +67,22 @@ class Planung {
 
     static void entfernbarVerlangen(const Eintrag& eintrag) {
         if (!eintrag.alt || !eintrag.alt->beschaedigt()) return;
-        throw EngineFehler(kBeschaedigt,
-                           QStringLiteral("Die Datei der Tabelle '%1' ist beschädigt. Sie wird weder überschrieben "
-                                          "noch umbenannt oder gelöscht. Wählen Sie einen anderen Namen, oder "
-                                          "entfernen Sie die Datei selbst aus dem Ordner.")
-                               .arg(eintrag.alt->name));
+        throw EngineFehler(
+            kBeschaedigt,
+            QStringLiteral("Die Datei der Tabelle '%1' ist beschädigt. Sie wird weder überschrieben "
+                           "noch umbenannt oder gelöscht. Wählen Sie einen anderen Namen, oder "
+                           "entfernen Sie die Datei selbst aus dem Ordner.")
+                .arg(eintrag.alt->name));
     }
 
     void freiVerlangen(const QString& name, const Eintrag* selbst) const {
         if (!tabellennameErlaubt(name))
-            throw EngineFehler(kUngueltigerName,
-                               QStringLiteral("'%1' ist kein gültiger Name für eine dBase-Tabelle. Wählen Sie einen "
-                                              "Namen mit höchstens %2 Zeichen ohne : / \\ * ? [ ] . \" < > |")
-                                   .arg(name)
-                                   .arg(kMaxTabellenname));
+            throw EngineFehler(
+                kUngueltigerName,
+                QStringLiteral("'%1' ist kein gültiger Name für eine dBase-Tabelle. Wählen Sie einen "
+                               "Namen mit höchstens %2 Zeichen ohne : / \\ * ? [ ] . \" < > |")
+                    .arg(name)
+                    .arg(kMaxTabellenname));
         for (const Eintrag& e : eintraege_)
             if (&e != selbst && gleich(e.name, name))
                 throw EngineFehler(kNameVorhanden,

@@ -13,7 +13,7 @@ struct Vorhaben {
         const Tabelle* tabelle;
         QString neu;
     };
-    std::vector<const Tabelle*> gehende;    // dropped or renamed
+    std::vector<const Tabelle*> gehende;  // dropped or renamed
     std::vector<Umzug> umzuege;
     std::vector<const engine::TabelleAnlegen*> neue;
 };

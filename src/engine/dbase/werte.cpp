@@ -10,14 +10,14 @@
 namespace dbase {
 namespace {
 
-constexpr int kKurzeZahl = 15;        // so many digits fit into a double without loss
-constexpr int kAlleZiffern = 17;      // so many say exactly which double it is
+constexpr int kKurzeZahl = 15;    // so many digits fit into a double without loss
+constexpr int kAlleZiffern = 17;  // so many say exactly which double it is
 constexpr int kSchnelleStellen = 6;
 constexpr int kMaxZahltext = 64;
-constexpr qint64 kTageBis1970 = 25569;    // from 1899-12-30
-constexpr double kGanzeGrenze = 9007199254740992.0;    // 2^53
+constexpr qint64 kTageBis1970 = 25569;               // from 1899-12-30
+constexpr double kGanzeGrenze = 9007199254740992.0;  // 2^53
 
-constexpr double kZehner[] = {1,   1e1, 1e2, 1e3,  1e4,  1e5,  1e6,  1e7,
+constexpr double kZehner[] = {1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
                               1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 bool istZiffer(char c) {
@@ -126,9 +126,9 @@ std::optional<Dezimaltext> ausDouble(double zahl, int stellen) {
     if (!std::isfinite(zahl)) return std::nullopt;
     char puffer[kMaxZahltext];
     const std::to_chars_result r =
-        stellen >= kAlleZiffern ? std::to_chars(puffer, puffer + sizeof puffer, zahl, std::chars_format::scientific)
-                      : std::to_chars(puffer, puffer + sizeof puffer, zahl, std::chars_format::scientific,
-                                      stellen - 1);
+        stellen >= kAlleZiffern
+            ? std::to_chars(puffer, puffer + sizeof puffer, zahl, std::chars_format::scientific)
+            : std::to_chars(puffer, puffer + sizeof puffer, zahl, std::chars_format::scientific, stellen - 1);
     const QByteArrayView text(puffer, r.ptr);
     const qsizetype e = text.indexOf('e');
     Dezimaltext d;
@@ -235,7 +235,8 @@ Gelesen datumLesen(QByteArrayView feld) {
         const std::optional<qint64> tage = tageVon(jahr, monat, tag);
         return tage ? Gelesen{Wert(DatumZeit{double(*tage)}), true} : Gelesen{Wert::null(), false};
     }
-    const bool leer = std::all_of(feld.begin(), feld.end(), [](char c) { return c == ' ' || c == 0 || c == '0'; });
+    const bool leer =
+        std::all_of(feld.begin(), feld.end(), [](char c) { return c == ' ' || c == 0 || c == '0'; });
     return {Wert::null(), leer};
 }
 

@@ -14,8 +14,9 @@ struct Gelesen {
     bool lesbar = true;
 };
 
-// A number of an N or F field: digits with a point or one comma, an exponent at most. Blank, an overflow ("*"),
-// a lone point or sign are Null. A whole number that a double would not hold exactly comes as a whole number.
+// A number of an N or F field: digits with a point or one comma, an exponent at most. Blank, an overflow
+// ("*"), a lone point or sign are Null. A whole number that a double would not hold exactly comes as a whole
+// number.
 Gelesen zahlLesen(QByteArrayView feld);
 // YYYYMMDD; blank or zeros are Null.
 Gelesen datumLesen(QByteArrayView feld);
@@ -35,10 +36,11 @@ struct Kalendertag {
 };
 Kalendertag kalendertagVon(qint64 tage);
 
-// A finite number as decimal digits: 0.d1d2d3... times ten to the power of `stelle`, without zeros at its end.
+// A finite number as decimal digits: 0.d1d2d3... times ten to the power of `stelle`, without zeros at its
+// end.
 struct Dezimaltext {
     bool negativ = false;
-    QByteArray ziffern;    // empty for zero
+    QByteArray ziffern;  // empty for zero
     int stelle = 0;
 
     int vorkomma() const { return std::max(stelle, 0); }

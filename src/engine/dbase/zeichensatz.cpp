@@ -19,16 +19,16 @@ struct Sprachbyte {
 // The first row of a page is the byte that is written for it. Pages above 900 that are not Windows' have two
 // bytes a character or no published table; they are known by number only.
 constexpr Sprachbyte kSprachbytes[] = {
-    {0x01, 437},   {0x09, 437},   {0x0B, 437},   {0x0D, 437},   {0x0F, 437},  {0x11, 437},  {0x15, 437},
-    {0x18, 437},   {0x19, 437},   {0x1B, 437},   {0x02, 850},   {0x0A, 850},  {0x0E, 850},  {0x10, 850},
-    {0x12, 850},   {0x14, 850},   {0x16, 850},   {0x1A, 850},   {0x1D, 850},  {0x25, 850},  {0x37, 850},
-    {0x03, 1252},  {0x57, 1252},  {0x58, 1252},  {0x59, 1252},  {0x04, 10000}, {0x24, 860}, {0x6C, 863},
-    {0x1C, 863},   {0xC8, 1250},  {0xC9, 1251},  {0xCA, 1254},  {0xCB, 1253}, {0xCC, 1257}, {0x7D, 1255},
-    {0x7E, 1256},  {0x64, 852},   {0x1F, 852},   {0x22, 852},   {0x23, 852},  {0x40, 852},  {0x87, 852},
-    {0x65, 866},   {0x26, 866},   {0x66, 865},   {0x08, 865},   {0x17, 865},  {0x67, 861},  {0x6A, 737},
-    {0x86, 737},   {0x6B, 857},   {0x88, 857},   {0x7B, 932},   {0x13, 932},  {0x7A, 936},  {0x4D, 936},
-    {0x79, 949},   {0x4E, 949},   {0x78, 950},   {0x4F, 950},   {0x7C, 874},  {0x50, 874},  {0x96, 10007},
-    {0x97, 10029}, {0x98, 10006}, {0x68, 895},   {0x69, 790}};
+    {0x01, 437},   {0x09, 437},   {0x0B, 437},  {0x0D, 437},  {0x0F, 437},   {0x11, 437},  {0x15, 437},
+    {0x18, 437},   {0x19, 437},   {0x1B, 437},  {0x02, 850},  {0x0A, 850},   {0x0E, 850},  {0x10, 850},
+    {0x12, 850},   {0x14, 850},   {0x16, 850},  {0x1A, 850},  {0x1D, 850},   {0x25, 850},  {0x37, 850},
+    {0x03, 1252},  {0x57, 1252},  {0x58, 1252}, {0x59, 1252}, {0x04, 10000}, {0x24, 860},  {0x6C, 863},
+    {0x1C, 863},   {0xC8, 1250},  {0xC9, 1251}, {0xCA, 1254}, {0xCB, 1253},  {0xCC, 1257}, {0x7D, 1255},
+    {0x7E, 1256},  {0x64, 852},   {0x1F, 852},  {0x22, 852},  {0x23, 852},   {0x40, 852},  {0x87, 852},
+    {0x65, 866},   {0x26, 866},   {0x66, 865},  {0x08, 865},  {0x17, 865},   {0x67, 861},  {0x6A, 737},
+    {0x86, 737},   {0x6B, 857},   {0x88, 857},  {0x7B, 932},  {0x13, 932},   {0x7A, 936},  {0x4D, 936},
+    {0x79, 949},   {0x4E, 949},   {0x78, 950},  {0x4F, 950},  {0x7C, 874},   {0x50, 874},  {0x96, 10007},
+    {0x97, 10029}, {0x98, 10006}, {0x68, 895},  {0x69, 790}};
 
 constexpr QByteArrayView kDosUmlaute = "\x84\x94\x81\x8E\x99\x9A\xE1";
 constexpr QByteArrayView kWindowsUmlaute = "\xE4\xF6\xFC\xC4\xD6\xDC\xDF";
@@ -78,7 +78,9 @@ int seiteFuerCpg(const QByteArray& text) {
 
 void Seitenschaetzer::feld(const char* bytes, qsizetype anzahl) {
     static const std::array<quint8, 256> arten = zeichenarten();
-    const auto art = [&](qsizetype i) { return i < 0 || i >= anzahl ? quint8(Sonst) : arten[quint8(bytes[i])]; };
+    const auto art = [&](qsizetype i) {
+        return i < 0 || i >= anzahl ? quint8(Sonst) : arten[quint8(bytes[i])];
+    };
     bool hoch = false;
     for (qsizetype i = 0; i < anzahl; ++i) {
         if (quint8(bytes[i]) < 0x80) continue;
@@ -99,7 +101,7 @@ int Seitenschaetzer::seite() const {
 }
 
 std::shared_ptr<const Zeichensatz::Tafeln> Zeichensatz::tafelnFuer(int seite) {
-    static std::map<int, std::shared_ptr<const Tafeln>> fertige;    // made here when first asked for
+    static std::map<int, std::shared_ptr<const Tafeln>> fertige;  // made here when first asked for
     auto& platz = fertige[seite];
     if (platz) return platz;
     const Zeichentafel* oben = zeichentafelSuchen(seite);

@@ -54,7 +54,8 @@ class Zeichensatz {
     bool schreibbar() const { return bekannt_ && seite_ != kSeiteUtf8; }
 
     QString text(const char* bytes, qsizetype anzahl) const;
-    // Appends the text's bytes. False at the first character that the page lacks; `fehlend` is then its place.
+    // Appends the text's bytes. False at the first character that the page lacks; `fehlend` is then its
+    // place.
     bool anhaengen(QStringView text, QByteArray& ziel, qsizetype& fehlend) const;
     // Writes the bytes of a text to `ziel`, which has room for text.size() of them; -1 when all went well,
     // else the place of the first character that the page lacks.
@@ -63,7 +64,7 @@ class Zeichensatz {
   private:
     struct Tafeln {
         std::array<char16_t, 256> zeichen;
-        std::vector<quint8> bytes;    // by character; 0 for one that the page lacks
+        std::vector<quint8> bytes;  // by character; 0 for one that the page lacks
     };
     static std::shared_ptr<const Tafeln> tafelnFuer(int seite);
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr qint64 kMaxDatei = 2147483647;
 constexpr int kMaxStellen = 15;
-constexpr int kUeblicheBreite = 20;    // N(20,5): what the old engines made of a number
+constexpr int kUeblicheBreite = 20;  // N(20,5): what the old engines made of a number
 constexpr int kUeblicheStellen = 5;
 constexpr int kZeitpunktBreite = 19;
 constexpr qint64 kSchaetzSaetze = 5000;
@@ -98,9 +98,10 @@ void Zeilenkodierer::ablehnen(int nummer, const Schreibspalte& spalte, const QSt
 void Zeilenkodierer::pruefen(const engine::Zeile& zeile) {
     ++zeilen_;
     if (zeile.size() != plan_.spalten.size())
-        throw EngineFehler(kBeschaedigt, QStringLiteral("Die Tabelle '%1' ist beschädigt: Eine Zeile hat nicht "
-                                                        "so viele Werte wie die Tabelle Felder.")
-                                             .arg(plan_.tabelle));
+        throw EngineFehler(kBeschaedigt,
+                           QStringLiteral("Die Tabelle '%1' ist beschädigt: Eine Zeile hat nicht "
+                                          "so viele Werte wie die Tabelle Felder.")
+                               .arg(plan_.tabelle));
     for (size_t i = 0; i < zeile.size(); ++i) wertPruefen(plan_.spalten[i], messungen_[i], zeile[i]);
 }
 
@@ -128,27 +129,30 @@ void Zeilenkodierer::textPruefen(const Schreibspalte& spalte, Messung& messung, 
     QString halter;
     const QStringView text = textVon(wert, halter);
     if (spalte.schreibart == Schreibart::Text && text.size() > spalte.laenge)
-        ablehnen(kFeldZuKlein, spalte,
-                 QStringLiteral("Der Text '%1' hat %2 Zeichen, das Feld nimmt nur %3 auf. Kürzen Sie den Text.")
-                     .arg(text.left(kGezeigteZeichen).toString())
-                     .arg(text.size())
-                     .arg(spalte.laenge));
+        ablehnen(
+            kFeldZuKlein, spalte,
+            QStringLiteral("Der Text '%1' hat %2 Zeichen, das Feld nimmt nur %3 auf. Kürzen Sie den Text.")
+                .arg(text.left(kGezeigteZeichen).toString())
+                .arg(text.size())
+                .arg(spalte.laenge));
     messung.zuLang = messung.zuLang || text.size() > kMaxTextbreite;
     if (text.size() > probe_.size()) probe_.resize(text.size());
     const qsizetype fehlend = plan_.zeichensatz.schreiben(text, probe_.data());
     if (fehlend >= 0)
         ablehnen(kUmwandlung, spalte,
-                 QStringLiteral("Das Zeichen '%1' (U+%2) gibt es im Zeichensatz %3 der Tabelle nicht. Ersetzen Sie "
-                                "es durch ein anderes.")
+                 QStringLiteral(
+                     "Das Zeichen '%1' (U+%2) gibt es im Zeichensatz %3 der Tabelle nicht. Ersetzen Sie "
+                     "es durch ein anderes.")
                      .arg(text[fehlend])
                      .arg(uint(text[fehlend].unicode()), 4, 16, QLatin1Char('0'))
                      .arg(plan_.zeichensatz.seite()));
     if (plan_.ausSchaetzung && zeilen_ <= kSchaetzSaetze) schaetzer_.feld(probe_.constData(), text.size());
     if (spalte.schreibart == Schreibart::Text) return;
     if (QByteArrayView(probe_).first(text.size()).contains(QByteArrayView(kWeicherUmbruch)))
-        ablehnen(kUmwandlung, spalte, QStringLiteral("Ein 'ì' oder Steuerzeichen steht unmittelbar vor einem Zeilenende, was "
-                                             "dBase für einen Umbruch des Bildschirms hält. Setzen Sie ein Leerzeichen "
-                                             "dazwischen."));
+        ablehnen(kUmwandlung, spalte,
+                 QStringLiteral("Ein 'ì' oder Steuerzeichen steht unmittelbar vor einem Zeilenende, was "
+                                "dBase für einen Umbruch des Bildschirms hält. Setzen Sie ein Leerzeichen "
+                                "dazwischen."));
     messung.endezeichen += text.contains(QChar(kEndmarke));
     messung.memobloecke += memobloecke(text.size(), plan_.stufe);
 }
@@ -190,11 +194,12 @@ void Zeilenkodierer::festlegen() {
     for (size_t i = 0; i < plan_.spalten.size(); ++i)
         if (plan_.spalten[i].schreibart == Schreibart::Memo) memo += messungen_[i].memobloecke;
     if (groesse > kMaxDatei || memo * kMemoblock > kMaxDatei)
-        throw EngineFehler(kSystemgrenze,
-                           QStringLiteral("Die Tabelle '%1' wäre mit ihren %2 Datensätzen größer als 2 GB; mehr "
-                                          "fasst eine dBase-Datei nicht. Teilen Sie die Tabelle.")
-                               .arg(plan_.tabelle)
-                               .arg(zeilen_));
+        throw EngineFehler(
+            kSystemgrenze,
+            QStringLiteral("Die Tabelle '%1' wäre mit ihren %2 Datensätzen größer als 2 GB; mehr "
+                           "fasst eine dBase-Datei nicht. Teilen Sie die Tabelle.")
+                .arg(plan_.tabelle)
+                .arg(zeilen_));
     // Without any sign of its page the table must be taken for what it is by the letters alone.
     if (plan_.ausSchaetzung && schaetzer_.seite() != plan_.zeichensatz.seite())
         plan_.sprachbyte = sprachbyteFuerSeite(plan_.zeichensatz.seite());
@@ -205,37 +210,40 @@ void Zeilenkodierer::zahlFestlegen(Schreibspalte& spalte, const Messung& messung
     spalte.schreibart = Schreibart::Zahl;
     spalte.laenge = std::min(kUeblicheBreite, breite);
     spalte.stellen = kUeblicheStellen;
-    if (messung.nachkomma <= kUeblicheStellen &&
-        messung.vorkomma + 1 + kUeblicheStellen <= spalte.laenge)
+    if (messung.nachkomma <= kUeblicheStellen && messung.vorkomma + 1 + kUeblicheStellen <= spalte.laenge)
         return;
     spalte.stellen = messung.nachkomma;
     const int noetig = messung.vorkomma + (messung.nachkomma > 0 ? messung.nachkomma + 1 : 0);
     if (noetig <= breite && messung.nachkomma <= kMaxStellen) return;
-    throw EngineFehler(kFeldZuKlein,
-                       QStringLiteral("Tabelle '%1', Feld '%2': Die Zahlen der Datensätze %3 und %4 brauchen zusammen "
-                                      "%5 Stellen, ein Zahlenfeld von dBase hat höchstens %6. Runden Sie die Zahlen.")
-                           .arg(plan_.tabelle, spalte.name)
-                           .arg(messung.zeileVorkomma)
-                           .arg(messung.zeileNachkomma)
-                           .arg(noetig)
-                           .arg(breite));
+    throw EngineFehler(
+        kFeldZuKlein,
+        QStringLiteral("Tabelle '%1', Feld '%2': Die Zahlen der Datensätze %3 und %4 brauchen zusammen "
+                       "%5 Stellen, ein Zahlenfeld von dBase hat höchstens %6. Runden Sie die Zahlen.")
+            .arg(plan_.tabelle, spalte.name)
+            .arg(messung.zeileVorkomma)
+            .arg(messung.zeileNachkomma)
+            .arg(noetig)
+            .arg(breite));
 }
 
 void Zeilenkodierer::hinweiseSammeln(const Schreibspalte& spalte, const Messung& messung) {
     const auto hinweis = [&](qint64 anzahl, const QString& text) {
         if (anzahl > 0)
             plan_.hinweise.push_back(
-                QStringLiteral("Tabelle '%1', Feld '%2': ").arg(plan_.tabelle, spalte.name) + text.arg(anzahl));
+                QStringLiteral("Tabelle '%1', Feld '%2': ").arg(plan_.tabelle, spalte.name) +
+                text.arg(anzahl));
     };
     hinweis(spalte.schreibart == Schreibart::Datum ? messung.uhrzeiten : 0,
-            QStringLiteral("In %1 Datensätzen ist die Uhrzeit weggefallen, da ein Datumsfeld von dBase nur den Tag "
-                           "aufnimmt."));
+            QStringLiteral(
+                "In %1 Datensätzen ist die Uhrzeit weggefallen, da ein Datumsfeld von dBase nur den Tag "
+                "aufnimmt."));
     hinweis(spalte.schreibart == Schreibart::Zeitpunkt ? messung.uhrzeiten : 0,
             QStringLiteral("Das Feld ist jetzt ein Textfeld, da %1 Datensätze eine Uhrzeit haben."));
     hinweis(messung.gerundet,
             QStringLiteral("%1 Zahlen wurden auf die Nachkommastellen des Feldes gerundet."));
     hinweis(spalte.schreibart == Schreibart::Memo && plan_.stufe == 3 ? messung.endezeichen : 0,
-            QStringLiteral("Aus %1 Memotexten ist das Zeichen U+001A weggefallen, mit dem dBase III Texte beendet."));
+            QStringLiteral(
+                "Aus %1 Memotexten ist das Zeichen U+001A weggefallen, mit dem dBase III Texte beendet."));
 }
 
 QByteArray Zeilenkodierer::memobytes(const Schreibspalte& spalte, const Wert& wert) const {
@@ -248,7 +256,8 @@ QByteArray Zeilenkodierer::memobytes(const Schreibspalte& spalte, const Wert& we
     return bytes;
 }
 
-void Zeilenkodierer::wertSchreiben(const Schreibspalte& spalte, Messung& messung, const Wert& wert, char* ziel) {
+void Zeilenkodierer::wertSchreiben(const Schreibspalte& spalte, Messung& messung, const Wert& wert,
+                                   char* ziel) {
     switch (spalte.schreibart) {
         case Schreibart::Text: {
             QString halter;
@@ -264,8 +273,9 @@ void Zeilenkodierer::wertSchreiben(const Schreibspalte& spalte, Messung& messung
         case Schreibart::Zeitpunkt:
             if (spalte.art == 'C' ? !zeitpunktSchreiben(datumVon(wert), ziel)
                                   : !datumSchreiben(datumVon(wert), ziel))
-                ablehnen(kUmwandlung, spalte, QStringLiteral("Das Datum liegt außerhalb der Jahre 1 bis 9999. Berichtigen "
-                                                     "oder entfernen Sie es."));
+                ablehnen(kUmwandlung, spalte,
+                         QStringLiteral("Das Datum liegt außerhalb der Jahre 1 bis 9999. Berichtigen "
+                                        "oder entfernen Sie es."));
             return;
         case Schreibart::Zahl:
             switch (zahlSchreiben(wert, ziel, spalte.laenge, spalte.stellen)) {
@@ -276,8 +286,9 @@ void Zeilenkodierer::wertSchreiben(const Schreibspalte& spalte, Messung& messung
                     return;
                 case Zahlergebnis::PasstNicht:
                     ablehnen(kFeldZuKlein, spalte,
-                             QStringLiteral("Die Zahl %1 passt nicht in das Feld, das %2 Zeichen breit ist und %3 "
-                                            "Nachkommastellen hat. Verbreitern Sie das Feld in der Ausgangstabelle.")
+                             QStringLiteral(
+                                 "Die Zahl %1 passt nicht in das Feld, das %2 Zeichen breit ist und %3 "
+                                 "Nachkommastellen hat. Verbreitern Sie das Feld in der Ausgangstabelle.")
                                  .arg(wert.alsText())
                                  .arg(spalte.laenge)
                                  .arg(spalte.stellen));

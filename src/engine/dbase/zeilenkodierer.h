@@ -33,15 +33,15 @@ class Zeilenkodierer {
   private:
     // What the values of a column showed.
     struct Messung {
-        int vorkomma = 1;          // most characters before the point, the sign among them
+        int vorkomma = 1;  // most characters before the point, the sign among them
         int nachkomma = 0;
         qint64 zeileVorkomma = 1;  // the row that needs them
         qint64 zeileNachkomma = 1;
-        bool zuLang = false;       // a text over the width of any field
+        bool zuLang = false;  // a text over the width of any field
         qint64 memobloecke = 0;
         qint64 uhrzeiten = 0;
         qint64 gerundet = 0;
-        qint64 endezeichen = 0;    // end marks left out of memos
+        qint64 endezeichen = 0;  // end marks left out of memos
     };
 
     void wertPruefen(const Schreibspalte& spalte, Messung& messung, const Wert& wert);

@@ -64,8 +64,8 @@ TEST_P(Abbrueche, GehenGanzZurueck) {
     abstuerzenNach([&] {
         engine::Beiname neuA = engine::leereDateiDaneben(pfad(QStringLiteral("A.dbf")));
         engine::Beiname neuB = engine::leereDateiDaneben(pfad(QStringLiteral("B.dbf")));
-        const QString altA = engine::freierNameDaneben(pfad(QStringLiteral("A.dbf")));
-        const QString altC = engine::freierNameDaneben(pfad(QStringLiteral("C.dbf")));
+        const QString altA = engine::nameFuerAltes(pfad(QStringLiteral("A.dbf")));
+        const QString altC = engine::nameFuerAltes(pfad(QStringLiteral("C.dbf")));
         const auto knoten = [](const QString& p) { return engine::dateistandLesen(p).knoten; };
         const auto name = [](const QString& p) { return QFileInfo(p).fileName(); };
         new engine::Vorgangsbuch(ordner_.path(), {{QStringLiteral("A.dbf"), name(altA), knoten(neuA.pfad())},
@@ -92,7 +92,7 @@ INSTANTIATE_TEST_SUITE_P(NachJedemSchritt, Abbrueche, testing::Range(0, 5));
 TEST_F(Ueberbleibsel, NachDemAbschlussBleibtDasNeue) {
     schreiben(QStringLiteral("A.dbf"), "alt");
     abstuerzenNach([&] {
-        const QString altA = engine::freierNameDaneben(pfad(QStringLiteral("A.dbf")));
+        const QString altA = engine::nameFuerAltes(pfad(QStringLiteral("A.dbf")));
         engine::Vorgangsbuch buch(ordner_.path(), {{QStringLiteral("A.dbf"), QFileInfo(altA).fileName(), 1}});
         umbenennen(pfad(QStringLiteral("A.dbf")), altA);
         schreiben(QStringLiteral("A.dbf"), "neu");
