@@ -69,7 +69,8 @@ def schreiben(pfad, spalten, reihen, sprachbyte=2, seite="cp850"):
     datei = bytearray(struct.pack("<B3BIHH", 3, 104, 2, 29, len(reihen), 33 + 32 * len(spalten), breite))
     datei += bytes(17) + bytes([sprachbyte]) + bytes(2)
     for name, art, laenge, stellen in spalten:
-        datei += name.encode(seite).ljust(11, b"\0") + art.encode() + bytes(4) + bytes([laenge, stellen]) + bytes(14)
+        datei += name.encode(seite).ljust(11, b"\0") + art.encode() + bytes(4)
+        datei += bytes([laenge, stellen]) + bytes(14)
     datei += b"\r"
     for reihe in reihen:
         datei += b" " + b"".join(feld(v, *s[1:]) for v, s in zip(reihe, spalten))

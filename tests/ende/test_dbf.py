@@ -25,7 +25,7 @@ def in_cp850(v):
     """A text with the letters that the page lacks in their plain form."""
     if not isinstance(v, str):
         return v
-    einfach = "".join(c for z in v for c in (z if z.encode("cp850", "ignore") else unicodedata.normalize("NFD", z)))
+    einfach = "".join(z if z.encode("cp850", "ignore") else unicodedata.normalize("NFD", z) for z in v)
     return einfach.encode("cp850", "ignore").decode("cp850")
 
 
@@ -36,7 +36,10 @@ class Dbf(gemeinsam.AmProgramm):
         self.daten = self.ordner / "daten"
         self.daten.mkdir()
         reihen = [
-            [v.replace(hour=0, minute=0, second=0) if s[1] == "D" and v else in_cp850(v) for v, s in zip(zeile, SPALTEN)]
+            [
+                v.replace(hour=0, minute=0, second=0) if s[1] == "D" and v else in_cp850(v)
+                for v, s in zip(zeile, SPALTEN)
+            ]
             for zeile in mdbtools.zeilen(quelle, "Adressen")
         ]
         dbftools.schreiben(self.daten / "ADRESSEN.DBF", SPALTEN, reihen)
@@ -55,7 +58,8 @@ class Dbf(gemeinsam.AmProgramm):
             kontakt = " ".join(t for t in (anrede, vorname, nachname) if t) or None
             strasse = strasse.replace("straße", "str.") if strasse else None
             messe.append([firma, strasse, " ".join(t for t in (plz, ort) if t) or None, telefon, kontakt])
-        messe += [[f"Neuland {n} GmbH", f"Uferweg {n}", f"1811{n} Rostock", f"0381/99887{n}", None] for n in range(1, 6)]
+        for n in range(1, 6):
+            messe.append([f"Neuland {n} GmbH", f"Uferweg {n}", f"1811{n} Rostock", f"0381/99887{n}", None])
         dbftools.schreiben(self.daten / "messe.dbf", spalten, messe, sprachbyte=3, seite="cp1252")
 
     def nur_das_ziel_kam_dazu(self, erwartet, neue_formen=None):

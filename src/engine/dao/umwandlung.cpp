@@ -77,7 +77,15 @@ double alsDouble(const engine::FeldDef& feld, const Wert& wert) {
     return wert.alsZahl();
 }
 
+// A number with more digits than a double keeps, as a customer's number may be: it is not to lose any.
+bool mehrZiffernAlsDouble(const Wert& wert) {
+    if (wert.art() != Wert::Art::Ganzzahl) return false;
+    const double naechster = double(wert.ganzzahl());
+    return std::abs(naechster) >= 9.2e18 || qint64(naechster) != wert.ganzzahl();
+}
+
 Wert alsGleitzahl(const engine::FeldDef& feld, const Wert& wert) {
+    if (feld.typ == dbDouble && mehrZiffernAlsDouble(wert)) return wert;
     const double zahl = alsDouble(feld, wert);
     // An infinite number that the file held stays; one that a conversion made is an overflow.
     if (std::isinf(zahl) && wert.art() != Wert::Art::Gleitzahl) unverwandelbar(feld, wert);

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "base/atempause.h"
 #include "base/fehler.h"
 #include "engine/dbase/blockschreiber.h"
 #include "engine/dbase/memoschreiber.h"
@@ -42,6 +43,7 @@ void inhalteVergleichen(const QString& a, const QString& b, qint64 ab, qint64 an
             rechts.replace(ab, anzahl, QByteArray());
         }
         gleich = links == rechts;
+        Atempause();
     }
     if (!gleich)
         throw EngineFehler(kBeschaedigt,

@@ -82,6 +82,12 @@ std::optional<qint64> ganzeZahl(QByteArrayView text) {
     return zahl;
 }
 
+bool alsDoubleGenau(qint64 zahl) {
+    const double naechster = double(zahl);
+    // Beyond this the way back is none.
+    return std::abs(naechster) < 9.2e18 && qint64(naechster) == zahl;
+}
+
 Gelesen langeZahl(QByteArrayView text) {
     std::array<char, 256> puffer{};
     const qsizetype n = std::min<qsizetype>(text.size(), qsizetype(puffer.size()));
@@ -90,7 +96,7 @@ Gelesen langeZahl(QByteArrayView text) {
     if (!zahl.contains('.') && std::count(zahl.begin(), zahl.end(), ',') == 1)
         *std::find(puffer.begin(), puffer.end(), ',') = '.';
     if (!zahlform(zahl)) return {Wert::null(), false};
-    if (const auto ganz = ganzeZahl(zahl); ganz && qint64(double(*ganz)) != *ganz) return {Wert(*ganz), true};
+    if (const auto ganz = ganzeZahl(zahl); ganz && !alsDoubleGenau(*ganz)) return {Wert(*ganz), true};
     if (zahl[0] == '+') zahl = zahl.sliced(1);
     double ergebnis = 0;
     const auto [ende, fehler] = std::from_chars(zahl.begin(), zahl.end(), ergebnis);

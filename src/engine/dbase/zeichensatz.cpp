@@ -134,13 +134,13 @@ qsizetype Zeichensatz::schreiben(QStringView text, char* ziel) const {
     const char16_t* zeichen = text.utf16();
     const qsizetype anzahl = text.size();
     const quint8* bytes = tafeln_->bytes.data();
-    bool alle = true;
+    unsigned luecken = 0;
     for (qsizetype i = 0; i < anzahl; ++i) {
         const quint8 byte = bytes[zeichen[i]];
         ziel[i] = char(byte);
-        alle = alle && byte != 0;
+        luecken |= byte == 0;
     }
-    if (alle) return -1;
+    if (luecken == 0) return -1;
     return std::find_if(zeichen, zeichen + anzahl, [&](char16_t c) { return bytes[c] == 0; }) - zeichen;
 }
 

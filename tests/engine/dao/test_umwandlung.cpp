@@ -76,6 +76,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Fall{dao::dbDouble, Wert(u"-1,7E308"), Wert(-1.7e308)},
                     Fall{dao::dbDouble, Wert(kUnendlich), Wert(kUnendlich)},
                     Fall{dao::dbDouble, Wert(7), Wert(7.0)},
+                    Fall{dao::dbDouble, Wert(qint64(1) << 60), Wert(double(qint64(1) << 60))},
+                    Fall{dao::dbDouble, Wert(qint64(1234567890123456789)), Wert(qint64(1234567890123456789))},
                     Fall{dao::dbDouble, Wert(QByteArray("7")), Wert()},
                     Fall{dao::dbDecimal, Wert(u"-1,50"), Wert(Dezimal{true, 0, 150, 2})},
                     Fall{dao::dbDecimal, Wert(u"12345678901234567890123456789"), Wert()},
