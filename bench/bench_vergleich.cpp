@@ -1,137 +1,185 @@
-// Pairs a second of the comparison: by the letter of the rules, and at speed, on the same rows in one run.
+// One pass of the search over generated addresses: all pairs of its blocks at speed, and a sample of them by
+// the letter of the rules in the same run.
+#include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <algorithm>
 #include <cstdio>
 #include <ctime>
 #include <random>
 
+#include "adressliste.h"
 #include "fields/einstellungen.h"
+#include "search/blocksuche.h"
 #include "search/schnell.h"
 
 namespace {
 
-using Zeile = std::vector<Wert>;
-
-const FeldZuordnungen kZuordnungen{{2, 3}, {4, 1}, {4, 2}, {4, 4}, {3, 3}, {3, 4}, {3, 8}, {5, 3}};
-constexpr float kSchwelle = 0.73f;
+constexpr int kSchluessellaenge = 2;  // of both passes, as the wizard proposes for the first one
+constexpr double kStichprobe = 2;     // seconds for the pairs by the letter
+constexpr int kMeisteStichproben = 300000;
 
 // Of the processor, so that a busy machine does not count.
 double sekundenSeit(std::clock_t anfang) {
     return double(std::clock() - anfang) / CLOCKS_PER_SEC;
 }
 
-// Prepared addresses; without a firm, as a block of blank firms has them, or with one.
-std::vector<Zeile> adressen(int anzahl, bool mitFirma) {
-    std::mt19937 zufall(1);
-    const auto zahl = [&](int n) { return int(zufall() % quint32(n)); };
-    const auto wort = [&](int vielfalt) {
-        static const char16_t* const silben[] = {u"mei", u"er",  u"hof", u"schu", u"lz", u"ber", u"ger",
-                                                 u"sta", u"ein", u"wal", u"ter",  u"ro", u"sen"};
-        QString text;
-        for (int rest = zahl(vielfalt) + 13; rest > 0; rest /= 13)
-            text += QString::fromUtf16(silben[rest % 13]);
-        return text;
-    };
-    std::vector<Zeile> zeilen;
-    for (int i = 0; i < anzahl; ++i) {
-        if (i > 10 && zahl(20) == 0) {
-            zeilen.push_back(zeilen[size_t(zahl(i))]);
-            continue;
-        }
-        const int ort = zahl(6000);
-        const QString firma = mitFirma ? wort(3000) + u' ' + wort(30) : QString();
-        Zeile zeile{Wert(QString(firma + u' ')),
-                    Wert(zahl(2) ? u"herr" : u"frau"),
-                    Wert(wort(600)),
-                    Wert(wort(30000)),
-                    Wert(QString(wort(20000) + u' ' + QString::number(1 + zahl(120)))),
-                    Wert(QString::number(10000 + ort * 14)),
-                    Wert(QString(wort(13) + QString::number(ort))),
-                    Wert(QStringLiteral("0%1 %2").arg(200 + ort % 700).arg(10000 + zahl(900000)))};
-        if (zahl(3) == 0) zeile.back() = Wert(u" ");
-        zeilen.push_back(std::move(zeile));
-    }
-    return zeilen;
+// A line of /proc/self/status, in MB.
+qint64 speicher(const char* zeile) {
+    QFile datei(QStringLiteral("/proc/self/status"));
+    if (!datei.open(QIODevice::ReadOnly)) return 0;
+    for (const QByteArray& z : datei.readAll().split('\n'))
+        if (z.startsWith(zeile)) return z.simplified().split(' ')[1].toLongLong() / 1024;
+    return 0;
 }
 
-struct Messung {
-    double sekunden = 0;
-    qint64 paare = 0;
-    qint64 treffer = 0;
+// From here on the high-water mark counts anew.
+void hoechststandLoeschen() {
+    QFile datei(QStringLiteral("/proc/self/clear_refs"));
+    if (datei.open(QIODevice::WriteOnly)) datei.write("5");
+}
 
-    QJsonObject alsJson() const {
-        return {{QStringLiteral("sekunden"), sekunden},
-                {QStringLiteral("paare"), paare},
-                {QStringLiteral("treffer"), treffer},
-                {QStringLiteral("paareJeSekunde"), double(paare) / sekunden}};
-    }
+struct Durchgang {
+    std::vector<Zeile> zeilen;
+    std::vector<Suchblock> bloecke;
+    qint64 paare = 0;
 };
 
-Messung woertlich(const std::vector<Zeile>& zeilen) {
-    const Vergleicher vergleicher(kZuordnungen, false);
-    Messung messung;
-    const std::clock_t anfang = std::clock();
-    for (size_t i = 0; i < zeilen.size(); ++i)
-        for (size_t j = i + 1; j < zeilen.size(); ++j, ++messung.paare)
-            messung.treffer += *vergleicher.vergleichen(zeilen[i].data(), zeilen[j].data()) >= kSchwelle;
-    messung.sekunden = sekundenSeit(anfang);
-    return messung;
+void sortieren(std::vector<Zeile>& zeilen, const std::vector<int>& felder) {
+    std::stable_sort(zeilen.begin(), zeilen.end(), [&](const Zeile& a, const Zeile& b) {
+        for (const int f : felder) {
+            const auto feld = size_t(f);
+            if (a[feld].text() != b[feld].text()) return a[feld].text() < b[feld].text();
+        }
+        return false;
+    });
 }
 
-// In blocks of `blockgroesse` rows.
-Messung schnell(const std::vector<Zeile>& zeilen, size_t blockgroesse) {
-    Schnellvergleich vergleich(kZuordnungen, false, kSchwelle);
-    Messung messung;
+// The kinds of pass: "gewoehnlich" by surname, "vorgabe" as the wizard's first one, with its great block of
+// records without a firm, "gleich" over records that are all alike.
+Durchgang durchgang(const QString& art, int anzahl) {
+    Durchgang d;
+    d.zeilen = AufbereiteteAdressen(anzahl);
+    if (art == QStringLiteral("gleich")) d.zeilen.assign(size_t(anzahl), d.zeilen[0]);
+    const bool nachNamen = art == QStringLiteral("gewoehnlich");
+    sortieren(d.zeilen, nachNamen ? std::vector<int>{kFeldNachname, kFeldPlz, kFeldStrasse}
+                                  : std::vector<int>{kFeldFirma, kFeldPlz, kFeldStrasse});
+    Blocksuche suche(kSchluessellaenge);
+    for (const Zeile& zeile : d.zeilen)
+        suche.naechster(zeile[size_t(nachNamen ? kFeldNachname : kFeldFirma)]);
+    d.bloecke = suche.fertig();
+    for (const Suchblock& block : d.bloecke) d.paare += block.paare();
+    return d;
+}
+
+QJsonObject schnell(const Durchgang& d, float schwelle) {
+    qint64 treffer = 0;
+    qint64 paare = 0;
+    quint64 pruefsumme = 0;  // of the hits in their order
     Paarempfang empfang;
-    empfang.treffer = [&](qint32, qint32) {
-        ++messung.treffer;
+    qint64 erster = 0;
+    empfang.treffer = [&](qint32 i, qint32 j) {
+        ++treffer;
+        pruefsumme = (pruefsumme ^ quint64(erster + i) ^ quint64(erster + j) << 32) * 0x100000001B3u;
         return true;
     };
-    empfang.atempause = [&](qint64 paare) {
-        messung.paare += paare;
+    empfang.atempause = [&](qint64 n) {
+        paare += n;
         return true;
     };
+    hoechststandLoeschen();
+    const qint64 vorher = speicher("VmRSS");
+    double laden = 0;
     const std::clock_t anfang = std::clock();
-    for (size_t i = 0; i < zeilen.size(); i += blockgroesse) {
+    Schnellvergleich vergleich(Adresszuordnung(), false, schwelle);
+    for (const Suchblock& block : d.bloecke) {
+        if (block.paare() == 0) continue;
+        const std::clock_t beginn = std::clock();
         vergleich.leeren();
-        for (size_t k = i; k < std::min(i + blockgroesse, zeilen.size()); ++k)
-            vergleich.anfuegen(zeilen[k].data());
+        erster = block.erster;
+        for (qint64 k = block.erster - 1; k < block.letzter; ++k)
+            vergleich.anfuegen(d.zeilen[size_t(k)].data());
+        laden += sekundenSeit(beginn);
         vergleich.vergleichen(empfang);
     }
-    messung.sekunden = sekundenSeit(anfang);
-    return messung;
+    const double sekunden = sekundenSeit(anfang);
+    return {{QStringLiteral("sekunden"), sekunden},
+            {QStringLiteral("davonLaden"), laden},
+            {QStringLiteral("paare"), paare},
+            {QStringLiteral("treffer"), treffer},
+            {QStringLiteral("pruefsumme"), QString::number(pruefsumme, 16)},
+            {QStringLiteral("millionenJeSekunde"), double(paare) / sekunden / 1e6},
+            {QStringLiteral("speicherMB"), speicher("VmHWM") - vorher}};
 }
 
-void ausgeben(const QString& name, const Messung& messung) {
-    QJsonObject zeile = messung.alsJson();
-    zeile.insert(QStringLiteral("name"), name);
-    std::puts(QJsonDocument(zeile).toJson(QJsonDocument::Compact).constData());
-    std::fflush(stdout);
+// Random pairs of the blocks, weighed as the pass weighs them.
+QJsonObject woertlich(const Durchgang& d, float schwelle) {
+    const Vergleicher vergleicher(Adresszuordnung(), false);
+    std::mt19937_64 zufall(1);
+    std::vector<std::pair<size_t, size_t>> paare;
+    for (const Suchblock& block : d.bloecke) {
+        const size_t zeilen = size_t(block.letzter - block.erster + 1);
+        const qint64 anteil = qint64(double(block.paare()) / double(d.paare) * kMeisteStichproben);
+        for (qint64 k = 0; k < anteil; ++k) {
+            const size_t a = zufall() % zeilen;
+            const size_t b = (a + 1 + zufall() % (zeilen - 1)) % zeilen;
+            paare.emplace_back(size_t(block.erster - 1) + a, size_t(block.erster - 1) + b);
+        }
+    }
+    std::shuffle(paare.begin(), paare.end(), zufall);
+    qint64 verglichen = 0;
+    qint64 treffer = 0;
+    const std::clock_t anfang = std::clock();
+    for (const auto& [a, b] : paare) {
+        if (verglichen % 1000 == 999 && sekundenSeit(anfang) > kStichprobe) break;
+        treffer += *vergleicher.vergleichen(d.zeilen[a].data(), d.zeilen[b].data()) >= schwelle;
+        ++verglichen;
+    }
+    const double sekunden = sekundenSeit(anfang);
+    return {{QStringLiteral("sekunden"), sekunden},
+            {QStringLiteral("paare"), verglichen},
+            {QStringLiteral("treffer"), treffer},
+            {QStringLiteral("millionenJeSekunde"), double(verglichen) / sekunden / 1e6}};
 }
 
-void kleineBloecke() {
-    const std::vector<Zeile> kleine = adressen(1500, true);
-    ausgeben(QStringLiteral("woertlich, ein Block von 1500"), woertlich(kleine));
-    ausgeben(QStringLiteral("schnell, ein Block von 1500"), schnell(kleine, kleine.size()));
-    const std::vector<Zeile> viele = adressen(100000, true);
-    for (const size_t groesse : {2, 4, 10, 100, 1000})
-        ausgeben(QStringLiteral("schnell, Bloecke von %1").arg(groesse), schnell(viele, groesse));
+void messen(const QString& art, int anzahl, float schwelle) {
+    const Durchgang d = durchgang(art, anzahl);
+    const QJsonObject ergebnis{{QStringLiteral("durchgang"), art},
+                               {QStringLiteral("saetze"), anzahl},
+                               {QStringLiteral("schwelle"), double(qRound(double(schwelle) * 100)) / 100},
+                               {QStringLiteral("bloecke"), qint64(d.bloecke.size())},
+                               {QStringLiteral("paare"), d.paare},
+                               {QStringLiteral("schnell"), schnell(d, schwelle)},
+                               {QStringLiteral("woertlich"), woertlich(d, schwelle)}};
+    std::puts(QJsonDocument(ergebnis).toJson(QJsonDocument::Compact).constData());
 }
 
-void grosserBlock(int zeilen) {
-    ausgeben(QStringLiteral("schnell, ein Block ohne Firma von %1").arg(zeilen),
-             schnell(adressen(zeilen, false), size_t(zeilen)));
+// The rows with the number of their block in front, for others to compare.
+void ausgeben(const QString& art, int anzahl) {
+    const Durchgang d = durchgang(art, anzahl);
+    std::puts("block;firma;anrede;vorname;nachname;strasse;plz;ort;telefon;telefax;email;homepage");
+    for (size_t b = 0; b < d.bloecke.size(); ++b)
+        for (qint64 k = d.bloecke[b].erster - 1; k < d.bloecke[b].letzter; ++k) {
+            QStringList felder{QString::number(b)};
+            for (const Wert& wert : d.zeilen[size_t(k)]) felder << wert.text();
+            std::puts(felder.join(u';').toUtf8().constData());
+        }
 }
 
 }  // namespace
 
-// bench_vergleich [rows]: with a number, the great block of so many rows alone.
+// bench_vergleich gewoehnlich|vorgabe|gleich RECORDS THRESHOLD: one JSON object.
+// bench_vergleich gewoehnlich|vorgabe|gleich RECORDS csv: the prepared rows instead.
 int main(int argc, char** argv) {
-    EinstellungenAnwenden({});
-    if (argc > 1) {
-        grosserBlock(QString::fromLocal8Bit(argv[1]).toInt());
-        return 0;
+    if (argc != 4) {
+        std::fputs("bench_vergleich gewoehnlich|vorgabe|gleich RECORDS THRESHOLD|csv\n", stderr);
+        return 2;
     }
-    kleineBloecke();
-    grosserBlock(600000);
+    EinstellungenAnwenden({});
+    const QString art = QString::fromLocal8Bit(argv[1]);
+    const int anzahl = QByteArray(argv[2]).toInt();
+    if (QByteArray(argv[3]) == "csv")
+        ausgeben(art, anzahl);
+    else
+        messen(art, anzahl, QByteArray(argv[3]).toFloat());
 }
