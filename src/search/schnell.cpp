@@ -1,43 +1,77 @@
 // All pairs of a block at speed.
+//
+// A pair is found when its score is not below the threshold times its weight. What a field adds to the one
+// less the other is its gain, and the gains of a pair have to sum to 0 or more.
+// - Every field of a block is a stage; one with many values is a stage for each of its measures. The stages
+//   that part most pairs come first, and the rows are sorted by their values, so that rows alike up to some
+//   stage stand together as a range.
+// - Two ranges are compared stage by stage: each value of the one with each of the other, and only the pairs
+//   of values go on with which the later stages could still reach 0. One look thus drops many pairs of rows.
+// - What the later stages can gain goes by the shapes of the rows: which values are there at all and measure
+//   something. Shapes that cannot reach 0 together never meet.
+// - A stage of words that hardly two rows share, as phone numbers, is left out: its pairs with a word in
+//   common come from a join, all others have no gain there, so that the other stages have to make up for it.
+// - Gains are rounded up. What is left gets the sums of the rules, in their order and precision, and is told
+//   in the order of slices and sweeps.
 #include "search/schnell.h"
 
 #include <algorithm>
 #include <cmath>
-#include <tuple>
+#include <limits>
+#include <numeric>
+#include <optional>
+#include <random>
 
-#include "search/blockgruppen.h"
-#include "search/paarfolge.h"
+#include "search/formen.h"
+#include "search/stufe.h"
+#include "search/treffersammlung.h"
+#include "search/wortverbund.h"
 
 namespace {
 
-constexpr size_t kMeisteFelder = 64;             // a bit each in the sets of filled fields
-constexpr size_t kMeistesImVorrat = 200000;      // beyond it a new block begins with empty stores
-constexpr size_t kPartnerImSpeicher = 32 << 20;  // of all groups together
+constexpr size_t kMeisteFelder = 64;
+constexpr size_t kMeistesImVorrat = 200000;  // beyond it a new block begins with empty stores
 constexpr qint64 kSchritteJeAtempause = 20000;
+constexpr size_t kKleinerBlock = 48;  // rows; below it every pair is looked at
+constexpr qint64 kZellenJeTafel = 24 << 20;
+constexpr int kStichprobe = 1500;      // pairs looked at to put the stages in order
+constexpr qint64 kVerbundJeZeile = 8;  // pairs of a join that a row is worth
+constexpr qint64 kVerbundAnfang = 1 << 16;
+constexpr int kNieErreicht = -(1 << 28);
+// By how much the gain of a stage exceeds what it stands for, at most.
+constexpr int kRundung = 2;
 
-// One block: goes through its slices in order, and for each record only to the groups that can be its
-// partners.
+// Rows that stand together, by place.
+struct Bereich {
+    int von;
+    int bis;
+    qint64 zeilen() const { return bis - von; }
+};
+
+// One block.
 class Lauf {
   public:
-    Lauf(const Blocksicht& block, bool differenzieren, float schwelle, const Paarempfang& empfang)
-        : block_(block), differenzieren_(differenzieren), schwelle_(schwelle), empfang_(empfang) {}
+    Lauf(const Blocksicht& block, bool differenzieren, float schwelle, const Paarempfang& empfang,
+         Kleinzahlen& kleinzahlen)
+        : block_(block),
+          differenzieren_(differenzieren),
+          schwelle_(schwelle),
+          empfang_(empfang),
+          kleinzahlen_(kleinzahlen),
+          treffer_(block.zeilen, empfang.hoechstens) {}
 
     bool ausfuehren() {
-        if (!gruppen_.bilden(block_, [this](qint64 n) { return schritte(n); })) return false;
-        if (!ordnen()) return false;
-        const qint64 breite = Scheibenbreite(qint64(block_.zeilen));
-        for (qint64 anfang = 0; anfang < qint64(block_.zeilen) && gewollt_; anfang += breite) {
-            const qint64 ende = std::min(anfang + breite, qint64(block_.zeilen));
-            if (!scheibe(anfang, ende, breite)) return false;
-        }
+        const bool fertig = block_.zeilen < kKleinerBlock ? jedesPaar() : inStufen();
+        if (!fertig || !melden()) return false;
         const qint64 alle = qint64(block_.zeilen) * (qint64(block_.zeilen) - 1) / 2;
         return empfang_.atempause(alle - gemeldet_);
     }
 
   private:
-    struct Treffer {
-        qint32 i;
-        qint32 j;
+    // A stage that was left out, and the pairs that have something in common there.
+    struct Verbund {
+        Stufe stufe;
+        std::vector<std::pair<int, int>> paare;  // of values
     };
 
     // Counts work; True to go on.
@@ -49,101 +83,30 @@ class Lauf {
         return empfang_.atempause(std::exchange(entschieden_, 0));
     }
 
-    // Rows by group, side by side; the fields with tables first, then by what they can change.
-    bool ordnen() {
-        uebrige_ = gruppen_.uebrige();
-        std::stable_sort(uebrige_.begin(), uebrige_.end(), [this](size_t a, size_t b) {
-            const bool ohneTafelA = !gruppen_.tafel(a);
-            const bool ohneTafelB = !gruppen_.tafel(b);
-            if (ohneTafelA != ohneTafelB) return ohneTafelB;
-            return block_.vorraete[a].gewicht() > block_.vorraete[b].gewicht();
-        });
-        platzVon_.resize(block_.zeilen);
-        naechster_.assign(gruppen_.anzahl(), 0);
-        partner_.resize(gruppen_.anzahl());
-        gemerkt_.assign(gruppen_.anzahl(), false);
-        werte_.reserve(block_.zeilen * uebrige_.size());
-        schranken_.reserve(block_.zeilen * uebrige_.size());
-        const int* alle = gruppen_.anfang(0);
-        for (size_t platz = 0; platz < block_.zeilen; ++platz) {
-            const size_t zeile = size_t(alle[platz]);
-            platzVon_[zeile] = platz;
-            for (const size_t f : uebrige_) {
-                werte_.push_back(block_.wert(zeile, f));
-                schranken_.push_back(qint16(block_.vorraete[f].bestens(werte_.back())));
-            }
-            if (!schritte(1)) return false;
+    // --- a small block ---
+
+    bool jedesPaar() {
+        for (size_t i = 0; i < block_.zeilen; ++i) {
+            for (size_t j = i + 1; j < block_.zeilen; ++j)
+                if (moeglich(i, j) && erreicht(i, j)) treffer_.eintragen(qint32(i), qint32(j));
+            entschieden_ += qint64(block_.zeilen - 1 - i);
+            if (!schritte(qint64(block_.zeilen))) return false;
         }
         return true;
     }
 
-    bool scheibe(qint64 anfang, qint64 ende, qint64 breite) {
-        breite_ = breite;
-        treffer_.clear();
-        for (qint64 i = anfang; i < ende; ++i) {
-            if (!partnerDurchgehen(qint32(i))) return false;
-            entschieden_ += qint64(block_.zeilen) - 1 - i;
-        }
-        return melden();
-    }
-
-    const std::vector<int>& partnerVon(size_t gruppe) {
-        std::vector<int>& gemerkt = partner_[gruppe];
-        if (gemerkt_[gruppe]) return gemerkt;
-        gruppen_.partner(gruppe, partnerNeu_);
-        schritte_ += qint64(gruppen_.anzahl()) / 8;
-        if (gemerkteEintraege_ + partnerNeu_.size() > kPartnerImSpeicher) return partnerNeu_;
-        gemerkteEintraege_ += partnerNeu_.size();
-        gemerkt_[gruppe] = true;
-        return gemerkt = partnerNeu_;
-    }
-
-    bool partnerDurchgehen(qint32 i) {
-        const size_t gruppe = size_t(gruppen_.gruppeVon(size_t(i)));
-        for (const int h : partnerVon(gruppe)) {
-            const size_t andere = size_t(h);
-            const int* erste = gruppen_.anfang(andere);
-            const qint64 anzahl = gruppen_.ende(andere) - erste;
-            qint64& k = naechster_[andere];
-            while (k < anzahl && erste[k] <= i) ++k;
-            if (!schritte(1)) return false;
-            if (k == anzahl) continue;
-            if (!zeilenDurchgehen(i, andere, k, gruppen_.gewinn(gruppe, andere))) return false;
-        }
-        return true;
-    }
-
-    bool zeilenDurchgehen(qint32 i, size_t gruppe, qint64 ab, int gewinn) {
-        const int* erste = gruppen_.anfang(gruppe);
-        const qint64 anzahl = gruppen_.ende(gruppe) - erste;
-        const size_t platz = size_t(erste - gruppen_.anfang(0));
-        for (qint64 k = ab; k < anzahl; ++k) {
-            if (k % 256 == 0 && !schritte(256)) return false;
-            if (!moeglich(platzVon_[size_t(i)], platz + size_t(k), gewinn)) continue;
-            if (erreicht(size_t(i), size_t(erste[k]))) eintragen({i, erste[k]});
-        }
-        return true;
-    }
-
-    // Whether the gains of two rows, by their places, can come to the threshold.
-    bool moeglich(size_t a, size_t b, int summe) const {
-        const size_t felder = uebrige_.size();
-        const int* werteA = werte_.data() + a * felder;
-        const int* werteB = werte_.data() + b * felder;
-        const qint16* schrankenA = schranken_.data() + a * felder;
-        const qint16* schrankenB = schranken_.data() + b * felder;
-        for (size_t f = 0; f < felder; ++f)
-            if (werteA[f] != 0 && werteB[f] != 0) summe += std::min(schrankenA[f], schrankenB[f]);
-        for (size_t f = 0; f < felder && summe >= 0; ++f)
-            if (werteA[f] != 0 && werteB[f] != 0)
-                summe += gewinn(uebrige_[f], werteA[f], werteB[f]) - std::min(schrankenA[f], schrankenB[f]);
+    bool moeglich(size_t i, size_t j) const {
+        const int* a = block_.werte.data() + i * block_.felder();
+        const int* b = block_.werte.data() + j * block_.felder();
+        int summe = 0;
+        for (size_t f = 0; f < block_.felder(); ++f)
+            if (a[f] != 0 && b[f] != 0)
+                summe += std::min(block_.vorraete[f].bestens(a[f]), block_.vorraete[f].bestens(b[f]));
+        for (size_t f = 0; f < block_.felder() && summe >= 0; ++f)
+            if (a[f] != 0 && b[f] != 0 && block_.vorraete[f].gewicht() > 0)
+                summe += block_.vorraete[f].gewinn(a[f], b[f], block_.texte) -
+                         std::min(block_.vorraete[f].bestens(a[f]), block_.vorraete[f].bestens(b[f]));
         return summe >= 0;
-    }
-
-    int gewinn(size_t feld, int a, int b) const {
-        if (const Gewinntafel* tafel = gruppen_.tafel(feld))
-            return tafel->zeile(tafel->imBlock[size_t(a)])[tafel->imBlock[size_t(b)]];
-        return block_.vorraete[feld].gewinn(a, b, block_.texte);
     }
 
     // The decision itself: the sums of the rules, in their order and precision.
@@ -157,27 +120,348 @@ class Lauf {
         return summen.relevanz() >= schwelle_;
     }
 
-    auto rang(const Treffer& t) const { return std::tuple(t.j / breite_, t.i, t.j); }
+    // --- a block in stages ---
 
-    // Within a slice the sweeps come first, then the records of the slice.
-    bool vor(const Treffer& a, const Treffer& b) const { return rang(a) < rang(b); }
+    bool inStufen() {
+        if (!stufenBilden() || !stufenOrdnen()) return false;
+        formenBilden();
+        zeilenOrdnen();
+        return verbundeneVergleichen() && formenVergleichen();
+    }
 
-    void eintragen(const Treffer& treffer) {
-        treffer_.push_back(treffer);
-        if (treffer_.size() < 2 * empfang_.hoechstens) return;
-        const auto grenze = treffer_.begin() + qint64(empfang_.hoechstens);
-        std::nth_element(treffer_.begin(), grenze, treffer_.end(),
-                         [this](const Treffer& a, const Treffer& b) { return vor(a, b); });
-        treffer_.erase(grenze, treffer_.end());
+    bool stufenBilden() {
+        for (size_t f = 0; f < block_.felder(); ++f) {
+            const Wertvorrat& vorrat = block_.vorraete[f];
+            if (vorrat.gewicht() <= 0) continue;
+            Stufe ganz(block_, f, Stufe::kGanz, kleinzahlen_);
+            if (!schritte(qint64(block_.zeilen))) return false;
+            if (vorrat.teile() == 1 || tafelLohnt(ganz)) {
+                if (!stufeAufnehmen(std::move(ganz))) return false;
+                continue;
+            }
+            for (size_t teil = 0; teil < vorrat.teile(); ++teil)
+                if (vorrat.teilZaehlt(teil) && !stufeAufnehmen(Stufe(block_, f, teil, kleinzahlen_)))
+                    return false;
+        }
+        return true;
+    }
+
+    bool tafelLohnt(const Stufe& stufe) const {
+        const qint64 zellen = qint64(stufe.anzahl() + 1) * (stufe.anzahl() + 1);
+        const qint64 paare = qint64(block_.zeilen) * qint64(block_.zeilen);
+        return zellen <= std::min(kZellenJeTafel, paare / 16);
+    }
+
+    bool stufeAufnehmen(Stufe stufe) {
+        const bool tafel = tafelLohnt(stufe);
+        if (!tafel) {
+            std::optional<Wortverbund> verbund = verbundVon(stufe);
+            if (verbund) {
+                stufe.auslassen(std::move(verbund->haeufig));
+                verbuende_.push_back({std::move(stufe), std::move(verbund->paare)});
+                return schritte(qint64(block_.zeilen));
+            }
+        }
+        if (!stufe.vorbereiten(tafel, [this](qint64 n) { return schritte(n); })) return false;
+        stufen_.push_back(std::move(stufe));
+        return true;
+    }
+
+    // The pairs of values of a stage that have a word in common, when they are few.
+    std::optional<Wortverbund> verbundVon(const Stufe& stufe) const {
+        const Wertvorrat& vorrat = block_.vorraete[stufe.feld()];
+        const bool ganz = stufe.teil() == Stufe::kGanz;
+        if (ganz && vorrat.teile() != 1) return {};
+        const size_t teil = ganz ? 0 : stufe.teil();
+        if (vorrat.teilmass(teil) != Mass::Woerter) return {};
+        std::vector<int> zeilen(size_t(stufe.anzahl()) + 1);
+        for (const int wert : stufe.werte()) ++zeilen[size_t(wert)];
+        std::vector<Verbundtext> texte;
+        std::vector<int> werte;
+        for (int wert = 1; wert <= stufe.anzahl(); ++wert) {
+            const int text = ganz ? vorrat.teiltext(stufe.text(wert), teil) : stufe.text(wert);
+            if (text < 0) continue;
+            texte.push_back({text, zeilen[size_t(wert)]});
+            werte.push_back(wert);
+        }
+        const qint64 hoechstens = kVerbundAnfang + kVerbundJeZeile * qint64(block_.zeilen);
+        std::optional<Wortverbund> verbund = TexteVerbinden(block_.texte, texte, hoechstens);
+        if (!verbund) return {};
+        for (auto& paar : verbund->paare) paar = {werte[size_t(paar.first)], werte[size_t(paar.second)]};
+        std::vector<bool> haeufig(size_t(stufe.anzahl()) + 1);
+        for (size_t k = 0; k < werte.size(); ++k) haeufig[size_t(werte[k])] = verbund->haeufig[k];
+        verbund->haeufig = std::move(haeufig);
+        return verbund;
+    }
+
+    // Stages that part most first: each time the one that brings most of the pairs of a sample nearer to
+    // their end. Stages with many values come behind those with few.
+    bool stufenOrdnen() {
+        std::minstd_rand zufall(1);
+        std::uniform_int_distribution<size_t> zeile(0, block_.zeilen - 1);
+        std::vector<std::vector<int>> verluste(stufen_.size(), std::vector<int>(kStichprobe));
+        std::vector<int> rest(kStichprobe);
+        for (size_t p = 0; p < size_t(kStichprobe); ++p) {
+            const size_t i = zeile(zufall);
+            const size_t j = zeile(zufall);
+            for (size_t k = 0; k < stufen_.size(); ++k) {
+                const int a = stufen_[k].werte()[i];
+                const int b = stufen_[k].werte()[j];
+                if (a == 0 || b == 0) continue;
+                const int bestens = std::min(stufen_[k].bestens(a), stufen_[k].bestens(b));
+                rest[p] += bestens;
+                verluste[k][p] = bestens - stufen_[k].gewinn(a, b);
+            }
+            for (const Verbund& verbund : verbuende_)
+                if (verbund.stufe.werte()[i] != 0 && verbund.stufe.werte()[j] != 0)
+                    rest[p] += verbund.stufe.mindestens();
+            if (!schritte(qint64(stufen_.size()))) return false;
+        }
+        const int wenige = int(8 * std::sqrt(double(block_.zeilen)));
+        std::vector<Stufe> geordnet;
+        std::vector<bool> vergeben(stufen_.size());
+        for (size_t n = 0; n < stufen_.size(); ++n) {
+            std::tuple<bool, qint64, size_t> beste{false, -1, 0};
+            for (size_t k = 0; k < stufen_.size(); ++k) {
+                if (vergeben[k]) continue;
+                qint64 nutzen = 0;
+                for (size_t p = 0; p < size_t(kStichprobe); ++p)
+                    nutzen += std::min(verluste[k][p], std::max(rest[p], 0) + 1);
+                beste = std::max(beste, {stufen_[k].anzahl() <= wenige, nutzen, k});
+            }
+            const size_t k = std::get<2>(beste);
+            vergeben[k] = true;
+            for (size_t p = 0; p < size_t(kStichprobe); ++p) rest[p] -= verluste[k][p];
+            geordnet.push_back(std::move(stufen_[k]));
+        }
+        stufen_ = std::move(geordnet);
+        return true;
+    }
+
+    // The shapes know the stages of `stufen_` first, then those that were left out.
+    void formenBilden() {
+        std::vector<const Stufe*> alle;
+        for (const Stufe& stufe : stufen_) alle.push_back(&stufe);
+        for (const Verbund& verbund : verbuende_) alle.push_back(&verbund.stufe);
+        formen_.bilden(alle, block_.zeilen);
+    }
+
+    // Sorts by shape, then stage by stage, and finds the ranges of rows alike up to a stage.
+    void zeilenOrdnen() {
+        zeilen_.resize(block_.zeilen);
+        std::iota(zeilen_.begin(), zeilen_.end(), 0);
+        std::vector<int> puffer(block_.zeilen);
+        for (size_t k = stufen_.size(); k-- > 0;)
+            nachWerten(stufen_[k].werte(), stufen_[k].anzahl() + 1, puffer);
+        nachWerten(formen_.formVon(), int(formen_.anzahl()), puffer);
+        std::vector<int> grenze(block_.zeilen);  // the row begins a range at this stage and at all later ones
+        const int anzahl = int(block_.zeilen);
+        for (size_t k = 0; k < stufen_.size(); ++k) nachPlatz(stufen_[k].werte(), puffer);
+        for (Verbund& verbund : verbuende_) nachPlatz(verbund.stufe.werte(), puffer);
+        formbereiche_.assign(formen_.anzahl(), {anzahl, 0});
+        std::vector<bool> beginnt(block_.zeilen + 1);
+        beginnt[0] = beginnt[block_.zeilen] = true;
+        for (int p = 0; p < anzahl; ++p) {
+            Bereich& form = formbereiche_[size_t(formen_.formVon()[size_t(zeilen_[size_t(p)])])];
+            if (form.bis == 0) {
+                form.von = p;
+                beginnt[size_t(p)] = true;
+            }
+            form.bis = p + 1;
+        }
+        ende_.resize(stufen_.size());
+        for (size_t k = 0; k < stufen_.size(); ++k) {
+            const std::vector<int>& werte = stufen_[k].werte();
+            ende_[k].resize(block_.zeilen);
+            for (int p = anzahl - 1; p >= 0; --p) {
+                const size_t platz = size_t(p);
+                if (p > 0 && werte[platz] != werte[platz - 1]) beginnt[platz] = true;
+                ende_[k][platz] = p + 1 == anzahl || beginnt[platz + 1] ? p + 1 : ende_[k][platz + 1];
+            }
+        }
+    }
+
+    // Sorts `zeilen_` by values from 0 below `anzahl`; rows with the same one stay in order.
+    void nachWerten(const std::vector<int>& werte, int anzahl, std::vector<int>& puffer) {
+        std::vector<int> stelle(size_t(anzahl) + 1);
+        for (const int wert : werte) ++stelle[size_t(wert) + 1];
+        std::partial_sum(stelle.begin(), stelle.end(), stelle.begin());
+        for (const int zeile : zeilen_) puffer[size_t(stelle[size_t(werte[size_t(zeile)])]++)] = zeile;
+        zeilen_.swap(puffer);
+    }
+
+    // From the order of the rows to that of the places.
+    void nachPlatz(std::vector<int>& werte, std::vector<int>& puffer) {
+        for (size_t p = 0; p < block_.zeilen; ++p) puffer[p] = werte[size_t(zeilen_[p])];
+        werte.swap(puffer);
+    }
+
+    // The pairs that have a word in common at a stage that was left out.
+    bool verbundeneVergleichen() {
+        for (size_t v = 0; v < verbuende_.size(); ++v) {
+            const Stufe& stufe = verbuende_[v].stufe;
+            std::vector<size_t> grenzen(size_t(stufe.anzahl()) + 2);
+            std::vector<int> plaetze(block_.zeilen);
+            for (const int wert : stufe.werte()) ++grenzen[size_t(wert) + 1];
+            std::partial_sum(grenzen.begin(), grenzen.end(), grenzen.begin());
+            std::vector<size_t> stelle(grenzen.begin(), grenzen.end() - 1);
+            for (size_t p = 0; p < block_.zeilen; ++p) plaetze[stelle[size_t(stufe.werte()[p])]++] = int(p);
+            for (const auto& paar : verbuende_[v].paare)
+                for (size_t a = grenzen[size_t(paar.first)]; a < grenzen[size_t(paar.first) + 1]; ++a) {
+                    const bool selbst = paar.first == paar.second;
+                    for (size_t b = selbst ? a + 1 : grenzen[size_t(paar.second)];
+                         b < grenzen[size_t(paar.second) + 1]; ++b)
+                        verbundenesPaar(v, size_t(plaetze[a]), size_t(plaetze[b]));
+                    if (!schritte(8)) return false;
+                }
+            verbuende_[v].paare = {};
+        }
+        return true;
+    }
+
+    void verbundenesPaar(size_t v, size_t p, size_t q) {
+        int summe = 0;
+        for (size_t w = 0; w < verbuende_.size(); ++w) {
+            const Stufe& stufe = verbuende_[w].stufe;
+            const int gewinn = stufe.gewinn(stufe.werte()[p], stufe.werte()[q]);
+            if (w < v && verwandt(stufe, p, q)) return;
+            summe += gewinn;
+        }
+        for (const Stufe& stufe : stufen_) summe += stufe.gewinn(stufe.werte()[p], stufe.werte()[q]);
+        if (summe < 0) return;
+        const size_t i = size_t(zeilen_[p]);
+        const size_t j = size_t(zeilen_[q]);
+        if (erreicht(std::min(i, j), std::max(i, j))) treffer_.eintragen(qint32(i), qint32(j));
+    }
+
+    // Whether the rows have a word in common at a stage that was left out.
+    bool verwandt(const Stufe& stufe, size_t p, size_t q) const {
+        const int a = stufe.werte()[p];
+        const int b = stufe.werte()[q];
+        return a != 0 && b != 0 && stufe.verbunden(a, b);
+    }
+
+    bool formenVergleichen() {
+        for (size_t a = 0; a < formen_.anzahl(); ++a)
+            for (size_t b = a; b < formen_.anzahl(); ++b) {
+                if (!schritte(qint64(stufen_.size()))) return false;
+                if (!schrankenSetzen(a, b)) continue;
+                if (!gehen(0, formbereiche_[a], formbereiche_[b], grundsumme_)) return false;
+            }
+        return true;
+    }
+
+    // What the stages can gain from each one on. False when two shapes never reach the threshold.
+    bool schrankenSetzen(size_t a, size_t b) {
+        rest_.assign(stufen_.size() + 1, 0);
+        for (size_t k = stufen_.size(); k-- > 0;) rest_[k] = rest_[k + 1] + formen_.hoechstens(a, b, k);
+        grundsumme_ = 0;
+        genau_ = !differenzieren_;
+        for (size_t v = 0; v < verbuende_.size(); ++v) {
+            const size_t k = stufen_.size() + v;
+            grundsumme_ += formen_.hoechstensAusgelassen(a, b, k);
+            genau_ = genau_ && formen_.festAusgelassen(a, b, k);
+        }
+        if (grundsumme_ + rest_[0] < 0 || !formen_.gemeinsames(a, b)) {
+            const qint64 n = formbereiche_[a].zeilen();
+            entschieden_ += a == b ? n * (n - 1) / 2 : n * formbereiche_[b].zeilen();
+            return false;
+        }
+        return true;
+    }
+
+    // The pairs of two ranges that are alike before stage `k` and have gained `summe` there.
+    bool gehen(size_t k, Bereich a, Bereich b, int summe) {
+        if (k == stufen_.size()) return vergleichen(a, b, summe);
+        const bool selbst = a.von == b.von;
+        if (a.zeilen() == 1 && b.zeilen() == 1)
+            return selbst || einzeln(k, size_t(a.von), size_t(b.von), summe);
+        const Stufe& stufe = stufen_[k];
+        const std::vector<int>& ende = ende_[k];
+        const int noetig = -summe - rest_[k + 1];
+        for (int i = a.von; i < a.bis;) {
+            const Bereich teil{i, ende[size_t(i)]};
+            const int wert = stufe.werte()[size_t(i)];
+            const Bereich andere{selbst ? i : b.von, b.bis};
+            i = teil.bis;
+            if (wert == 0 ? noetig <= 0 : stufe.bestens(wert) >= noetig || noetig <= 0)
+                if (!werteDurchgehen(k, teil, wert, andere, summe, noetig)) return false;
+            if (k == 0) {
+                const qint64 n = teil.zeilen();
+                entschieden_ += selbst ? n * (n - 1) / 2 + n * (b.bis - teil.bis) : n * b.zeilen();
+            }
+        }
+        return true;
+    }
+
+    // A range of rows alike in stage `k` as well against all values of another range.
+    bool werteDurchgehen(size_t k, Bereich a, int wert, Bereich b, int summe, int noetig) {
+        const Stufe& stufe = stufen_[k];
+        if (stufe.hatTafel()) {
+            const qint16* gewinne = stufe.tafelzeile(wert);
+            return werteDurchgehen(k, a, b, summe, noetig,
+                                   [=](int anderer) { return int(gewinne[anderer]); });
+        }
+        if (stufe.hatZiffern())
+            return werteDurchgehen(k, a, b, summe, noetig,
+                                   [&](int anderer) { return stufe.gewinnDerZiffern(wert, anderer); });
+        return werteDurchgehen(k, a, b, summe, noetig,
+                               [&](int anderer) { return stufe.gewinn(wert, anderer); });
+    }
+
+    template <typename Gewinn>
+    bool werteDurchgehen(size_t k, Bereich a, Bereich b, int summe, int noetig, Gewinn gewinnMit) {
+        const int* werte = stufen_[k].werte().data();
+        const int* ende = ende_[k].data();
+        qint64 besucht = 0;
+        for (int j = b.von; j < b.bis; j = ende[j]) {
+            ++besucht;
+            const int gewinn = gewinnMit(werte[j]);
+            if (gewinn >= noetig && !gehen(k + 1, a, {j, ende[j]}, summe + gewinn)) return false;
+        }
+        return schritte(besucht);
+    }
+
+    // Two rows from stage `k` on.
+    bool einzeln(size_t k, size_t p, size_t q, int summe) {
+        for (; k < stufen_.size(); ++k) {
+            const Stufe& stufe = stufen_[k];
+            summe += stufe.gewinn(stufe.werte()[p], stufe.werte()[q]);
+            if (summe + rest_[k + 1] < 0) return true;
+        }
+        return vergleichen({int(p), int(p) + 1}, {int(q), int(q) + 1}, summe);
+    }
+
+    // Two ranges of rows that are alike at all stages.
+    bool vergleichen(Bereich a, Bereich b, int summe) {
+        const bool sicher = genau_ && summe > kRundung * int(stufen_.size() + verbuende_.size());
+        const bool selbst = a.von == b.von;
+        for (int p = a.von; p < a.bis; ++p) {
+            const qint32 i = zeilen_[size_t(p)];
+            if (i >= treffer_.erstezeileGrenze() && selbst) break;
+            for (int q = selbst ? p + 1 : b.von; q < b.bis; ++q) {
+                const qint32 j = zeilen_[size_t(q)];
+                if (verbunden(size_t(p), size_t(q))) continue;
+                if (sicher || erreicht(size_t(std::min(i, j)), size_t(std::max(i, j))))
+                    treffer_.eintragen(i, j);
+            }
+            if (!schritte(selbst ? a.bis - p : b.zeilen())) return false;
+        }
+        return true;
+    }
+
+    bool verbunden(size_t p, size_t q) const {
+        for (const Verbund& verbund : verbuende_)
+            if (verwandt(verbund.stufe, p, q)) return true;
+        return false;
     }
 
     bool melden() {
-        std::sort(treffer_.begin(), treffer_.end(),
-                  [this](const Treffer& a, const Treffer& b) { return vor(a, b); });
-        for (const Treffer& treffer : treffer_) {
+        treffer_.ordnen();
+        for (size_t n = 0; n < treffer_.anzahl(); ++n) {
             if (!schritte(8)) return false;
-            gewollt_ = empfang_.treffer(treffer.i, treffer.j);
-            if (!gewollt_) break;
+            const Treffersammlung::Treffer treffer = treffer_.treffer(n);
+            if (!empfang_.treffer(treffer.i, treffer.j)) break;
         }
         return true;
     }
@@ -186,22 +470,21 @@ class Lauf {
     bool differenzieren_;
     float schwelle_;
     const Paarempfang& empfang_;
-    Blockgruppen gruppen_;
-    std::vector<size_t> uebrige_;    // fields that the groups do not hold
-    std::vector<size_t> platzVon_;   // for each row its place in the order of the groups
-    std::vector<int> werte_;         // by place: the values of `uebrige_`
-    std::vector<qint16> schranken_;  // and the most they can gain
-    std::vector<qint64> naechster_;  // in each group the first row behind the present one
-    std::vector<std::vector<int>> partner_;
-    std::vector<bool> gemerkt_;
-    std::vector<int> partnerNeu_;
-    size_t gemerkteEintraege_ = 0;
-    std::vector<Treffer> treffer_;  // of the present slice
-    qint64 breite_ = 1;
+    Kleinzahlen& kleinzahlen_;
+    Treffersammlung treffer_;
+    std::vector<Stufe> stufen_;
+    std::vector<Verbund> verbuende_;
+    Formen formen_;
+    std::vector<int> zeilen_;             // for each place its row
+    std::vector<Bereich> formbereiche_;   // the places of each shape
+    std::vector<std::vector<int>> ende_;  // for each stage and place where the range of the place ends
+    // Of the two shapes that are compared:
+    std::vector<int> rest_;  // the most that a stage and all later ones can gain
+    int grundsumme_ = 0;     // what the stages gain that were left out
+    bool genau_ = true;      // the gains of a pair tell whether it is found, but for rounding
     qint64 schritte_ = 0;
     qint64 entschieden_ = 0;  // pairs since the last report
     qint64 gemeldet_ = 0;
-    bool gewollt_ = true;
 };
 
 bool gewichteTaugen(const Vergleichsfeld& feld) {
@@ -222,8 +505,12 @@ double hauptgewicht(const Vergleichsfeld& feld, bool differenzieren) {
 
 }  // namespace
 
+struct Schnellvergleich::Arbeitsspeicher {
+    Kleinzahlen kleinzahlen;
+};
+
 Schnellvergleich::Schnellvergleich(const FeldZuordnungen& zuordnungen, bool differenzieren, float schwelle)
-    : differenzieren_(differenzieren), schwelle_(schwelle) {
+    : differenzieren_(differenzieren), schwelle_(schwelle), speicher_(std::make_unique<Arbeitsspeicher>()) {
     const std::vector<Vergleichsfeld> felder = VergleichsfelderFuer(zuordnungen);
     double gesamt = 0;
     for (const Vergleichsfeld& feld : felder) {
@@ -236,6 +523,8 @@ Schnellvergleich::Schnellvergleich(const FeldZuordnungen& zuordnungen, bool diff
     if (gesamt == 0) gesamt = 1;
     for (const Vergleichsfeld& feld : felder) vorraete_.emplace_back(feld, differenzieren, schwelle, gesamt);
 }
+
+Schnellvergleich::~Schnellvergleich() = default;
 
 void Schnellvergleich::leeren() {
     werte_.clear();
@@ -256,5 +545,5 @@ bool Schnellvergleich::anfuegen(const Wert* zeile) {
 bool Schnellvergleich::vergleichen(const Paarempfang& empfang) {
     if (zeilen_ < 2) return true;
     const Blocksicht block{vorraete_, texte_, werte_, zeilen_};
-    return Lauf(block, differenzieren_, schwelle_, empfang).ausfuehren();
+    return Lauf(block, differenzieren_, schwelle_, empfang, speicher_->kleinzahlen).ausfuehren();
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <vector>
 
 #include "search/wertvorrat.h"
@@ -21,6 +22,7 @@ struct Paarempfang {
 class Schnellvergleich {
   public:
     Schnellvergleich(const FeldZuordnungen& zuordnungen, bool differenzieren, float schwelle);
+    ~Schnellvergleich();
 
     // False when the weights or the threshold are such that bounds do not hold; then only the letter counts.
     bool moeglich() const { return moeglich_; }
@@ -33,6 +35,7 @@ class Schnellvergleich {
     bool vergleichen(const Paarempfang& empfang);
 
   private:
+    struct Arbeitsspeicher;
     bool moeglich_ = true;
     bool differenzieren_;
     float schwelle_;
@@ -40,4 +43,5 @@ class Schnellvergleich {
     std::vector<Wertvorrat> vorraete_;  // one a field, in the order of the rule table
     std::vector<int> werte_;  // for each row the number of its value in each field, 0 for a missing one
     size_t zeilen_ = 0;
+    std::unique_ptr<Arbeitsspeicher> speicher_;  // what stays allocated from block to block
 };

@@ -20,6 +20,17 @@ class Textvorrat {
     bool zuVieleWoerter() const { return zuViele_; }
 
     float woerterVergleichen(int a, int b) const;
+    // The words of a text from 0, empty ones included.
+    size_t woerter(int text) const { return texte_[size_t(text)].woerter; }
+    std::u16string_view wort(int text, size_t nummer) const {
+        const Wort& w = woerter_[texte_[size_t(text)].ersteswort + nummer];
+        return zeichen(w.anfang, w.laenge);
+    }
+    // True for at most eight characters, all below 256; they stand in `anfangsbytes`, the first one lowest.
+    bool istKurz(int text) const { return texte_[size_t(text)].kurz; }
+    size_t laenge(int text) const { return texte_[size_t(text)].laenge; }
+    quint64 anfangsbytes(int text) const { return texte_[size_t(text)].anfangsbytes; }
+
     // Of texts that read as numbers.
     float nummernVergleichen(int a, int b) const;
 

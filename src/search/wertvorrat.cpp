@@ -69,15 +69,21 @@ int Wertvorrat::teilVon(const Teil& teil, const Wert& wert, Textvorrat& texte) c
 }
 
 float Wertvorrat::mass(size_t teil, int a, int b, const Textvorrat& texte) const {
-    const int textA = teile_[size_t(a) * masse_.size() + teil];
-    const int textB = teile_[size_t(b) * masse_.size() + teil];
+    return textmass(teil, teiltext(a, teil), teiltext(b, teil), texte);
+}
+
+float Wertvorrat::textmass(size_t teil, int textA, int textB, const Textvorrat& texte) const {
     if (textA == kNichts || textB == kNichts) return 0;
     return masse_[teil].mass == Mass::Woerter ? texte.woerterVergleichen(textA, textB)
                                               : texte.nummernVergleichen(textA, textB);
 }
 
-int Wertvorrat::gerundet(double punkte) const {
-    return int(std::floor((punkte - schwelle_ * gewicht_) * einheit_)) + 1 + kSpielraum;
+int Wertvorrat::gerundet(double punkte, double gewicht) const {
+    return int(std::floor((punkte - schwelle_ * gewicht) * einheit_)) + 1 + kSpielraum;
+}
+
+int Wertvorrat::teilgewinn(size_t teil, int textA, int textB, const Textvorrat& texte) const {
+    return teilgewinn(teil, double(textmass(teil, textA, textB, texte)));
 }
 
 int Wertvorrat::gewinn(int a, int b, const Textvorrat& texte) const {

@@ -24,10 +24,29 @@ class Wertvorrat {
     int spalte() const { return feld_.spalte; }
     // The weight in the sums that make the relevance; 0 for a field that only tells persons apart.
     double gewicht() const { return gewicht_; }
-    // The greatest gain that a value can have with any other one.
+    // The greatest gain that a value can have with any other one, and the gain of values that have nothing in
+    // common.
     int bestens(int nummer) const { return bestens_[size_t(nummer)]; }
+    int mindestens() const { return gerundet(0); }
     // The gain of two values from 1.
     int gewinn(int a, int b, const Textvorrat& texte) const;
+
+    // The same for one measure of the field alone, of those that weigh something; the gains of all of them
+    // together are those of the field.
+    size_t teile() const { return masse_.size(); }
+    bool teilZaehlt(size_t teil) const { return masse_[teil].hoechstens > 0; }
+    Mass teilmass(size_t teil) const { return masse_[teil].mass; }
+    // The text that is measured, negative for a value that measures 0.
+    int teiltext(int nummer, size_t teil) const { return teile_[size_t(nummer) * masse_.size() + teil]; }
+    // The measure of two such texts.
+    float textmass(size_t teil, int textA, int textB, const Textvorrat& texte) const;
+    int teilgewinn(size_t teil, double mass) const {
+        return gerundet((mass - schwelle_) * masse_[teil].hoechstens, 0);
+    }
+    int teilgewinn(size_t teil, int textA, int textB, const Textvorrat& texte) const;
+    int teilBestens(size_t teil, int text) const { return teilgewinn(teil, text < 0 ? 0 : 1); }
+    int teilMindestens(size_t teil) const { return teilgewinn(teil, 0); }
+
     // Adds the rows of the field to the sums, exactly as the rules do.
     void summieren(Vergleichssummen& summen, int a, int b, const Textvorrat& texte) const;
 
@@ -50,7 +69,8 @@ class Wertvorrat {
     size_t teilSuchen(const Teilregel& regel);
     int teilVon(const Teil& teil, const Wert& wert, Textvorrat& texte) const;
     float mass(size_t teil, int a, int b, const Textvorrat& texte) const;
-    int gerundet(double punkte) const;
+    int gerundet(double punkte) const { return gerundet(punkte, gewicht_); }
+    int gerundet(double punkte, double gewicht) const;
 
     Vergleichsfeld feld_;
     double gewicht_ = 0;
