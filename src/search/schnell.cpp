@@ -133,16 +133,25 @@ class Lauf {
         for (size_t f = 0; f < block_.felder(); ++f) {
             const Wertvorrat& vorrat = block_.vorraete[f];
             if (vorrat.gewicht() <= 0) continue;
-            Stufe ganz(block_, f, Stufe::kGanz, kleinzahlen_);
-            if (!schritte(qint64(block_.zeilen))) return false;
-            if (vorrat.teile() == 1 || tafelLohnt(ganz)) {
-                if (!stufeAufnehmen(std::move(ganz))) return false;
-                continue;
+            const bool einzeln = vorrat.teile() == 1;
+            if (einzeln || nurWoerter(vorrat)) {
+                Stufe ganz(block_, f, Stufe::kGanz, kleinzahlen_);
+                if (!schritte(qint64(block_.zeilen))) return false;
+                if (einzeln || tafelLohnt(ganz)) {
+                    if (!stufeAufnehmen(std::move(ganz))) return false;
+                    continue;
+                }
             }
             for (size_t teil = 0; teil < vorrat.teile(); ++teil)
                 if (vorrat.teilZaehlt(teil) && !stufeAufnehmen(Stufe(block_, f, teil, kleinzahlen_)))
                     return false;
         }
+        return true;
+    }
+
+    static bool nurWoerter(const Wertvorrat& vorrat) {
+        for (size_t teil = 0; teil < vorrat.teile(); ++teil)
+            if (vorrat.teilmass(teil) != Mass::Woerter) return false;
         return true;
     }
 
@@ -153,8 +162,11 @@ class Lauf {
     }
 
     bool stufeAufnehmen(Stufe stufe) {
-        const bool tafel = tafelLohnt(stufe);
-        if (!tafel) {
+        const Wertvorrat& vorrat = block_.vorraete[stufe.feld()];
+        const bool woerter = stufe.teil() == Stufe::kGanz ? nurWoerter(vorrat)
+                                                          : vorrat.teilmass(stufe.teil()) == Mass::Woerter;
+        const bool tafel = woerter && tafelLohnt(stufe);
+        if (woerter && !tafel) {
             std::optional<Wortverbund> verbund = verbundVon(stufe);
             if (verbund) {
                 stufe.auslassen(std::move(verbund->haeufig));
@@ -162,24 +174,21 @@ class Lauf {
                 return schritte(qint64(block_.zeilen));
             }
         }
-        if (!stufe.vorbereiten(tafel, [this](qint64 n) { return schritte(n); })) return false;
+        stufe.vorbereiten(tafel);
+        if (!schritte(qint64(stufe.anzahl()))) return false;
         stufen_.push_back(std::move(stufe));
         return true;
     }
 
     // The pairs of values of a stage that have a word in common, when they are few.
     std::optional<Wortverbund> verbundVon(const Stufe& stufe) const {
-        const Wertvorrat& vorrat = block_.vorraete[stufe.feld()];
-        const bool ganz = stufe.teil() == Stufe::kGanz;
-        if (ganz && vorrat.teile() != 1) return {};
-        const size_t teil = ganz ? 0 : stufe.teil();
-        if (vorrat.teilmass(teil) != Mass::Woerter) return {};
+        const size_t teil = stufe.teil() == Stufe::kGanz ? 0 : stufe.teil();
         std::vector<int> zeilen(size_t(stufe.anzahl()) + 1);
         for (const int wert : stufe.werte()) ++zeilen[size_t(wert)];
         std::vector<Verbundtext> texte;
         std::vector<int> werte;
         for (int wert = 1; wert <= stufe.anzahl(); ++wert) {
-            const int text = ganz ? vorrat.teiltext(stufe.text(wert), teil) : stufe.text(wert);
+            const int text = stufe.text(wert, teil);
             if (text < 0) continue;
             texte.push_back({text, zeilen[size_t(wert)]});
             werte.push_back(wert);
@@ -399,8 +408,9 @@ class Lauf {
         const Stufe& stufe = stufen_[k];
         if (stufe.hatTafel()) {
             const qint16* gewinne = stufe.tafelzeile(wert);
-            return werteDurchgehen(k, a, b, summe, noetig,
-                                   [=](int anderer) { return int(gewinne[anderer]); });
+            return werteDurchgehen(k, a, b, summe, noetig, [&stufe, gewinne, wert](int anderer) {
+                return stufe.gewinnDerTafel(gewinne, wert, anderer);
+            });
         }
         if (stufe.hatZiffern())
             return werteDurchgehen(k, a, b, summe, noetig,

@@ -47,6 +47,22 @@ int Stufe::gemessen(int a, int b) const {
     return teil_ == kGanz ? vorrat_.gewinn(x, y, texte_) : vorrat_.teilgewinn(teil_, x, y, texte_);
 }
 
+void Stufe::vorbereiten(bool tafel) {
+    if (!tafel) {
+        ziffernAblegen();
+        return;
+    }
+    breite_ = size_t(anzahl()) + 1;
+    tafel_.assign(breite_ * breite_, kUnbekannt);
+    for (size_t a = 0; a < breite_; ++a) tafel_[a] = tafel_[a * breite_] = 0;
+}
+
+int Stufe::nachtragen(int a, int b) const {
+    const int gewinn = gemessen(a, b);
+    tafel_[size_t(a) * breite_ + size_t(b)] = tafel_[size_t(b) * breite_ + size_t(a)] = qint16(gewinn);
+    return gewinn;
+}
+
 // Digits: the gain of two values goes by their lengths and by how many characters agree, where the places
 // behind the end of both agree as well.
 void Stufe::ziffernAblegen() {
@@ -70,7 +86,7 @@ void Stufe::ziffernAblegen() {
         }
     ziffern_.push_back({0, kFehlt});
     for (size_t wert = 1; wert < schluessel_.size(); ++wert) {
-        const int text = teil_ == kGanz ? vorrat_.teiltext(schluessel_[wert], teil) : schluessel_[wert];
+        const int text = this->text(int(wert), teil);
         if (text < 0)
             ziffern_.push_back({0, kNichts});
         else if (texte_.istKurz(text))
@@ -88,9 +104,6 @@ void Stufe::auslassen(std::vector<bool> offen) {
 
 // Whether two values of a stage with one measure measure more than nothing.
 bool Stufe::gemeinsames(int a, int b) const {
-    const bool ganz = teil_ == kGanz;
-    const size_t teil = ganz ? 0 : teil_;
-    const int x = ganz ? vorrat_.teiltext(schluessel_[size_t(a)], teil) : schluessel_[size_t(a)];
-    const int y = ganz ? vorrat_.teiltext(schluessel_[size_t(b)], teil) : schluessel_[size_t(b)];
-    return vorrat_.textmass(teil, x, y, texte_) > 0;
+    const size_t teil = teil_ == kGanz ? 0 : teil_;
+    return vorrat_.textmass(teil, text(a, teil), text(b, teil), texte_) > 0;
 }

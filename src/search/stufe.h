@@ -1,6 +1,7 @@
 // A stage: one field of a block, or one measure of a field, with the gains of all pairs of its values.
 #pragma once
 
+#include <limits>
 #include <vector>
 
 #include "search/wertvorrat.h"
@@ -42,8 +43,11 @@ class Stufe {
     int anzahl() const { return int(schluessel_.size()) - 1; }
     const std::vector<int>& werte() const { return werte_; }
     std::vector<int>& werte() { return werte_; }
-    // The text of a value in the measure, negative for one that measures nothing.
-    int text(int wert) const { return schluessel_[size_t(wert)]; }
+    // The text of a value from 1 in a measure of the stage, negative for one that measures nothing.
+    int text(int wert, size_t teil) const {
+        const int schluessel = schluessel_[size_t(wert)];
+        return teil_ == kGanz ? vorrat_.teiltext(schluessel, teil) : schluessel;
+    }
     // The greatest gain of a value, and the gain of every pair that has nothing in common.
     int bestens(int wert) const { return bestens_[size_t(wert)]; }
     int mindestens() const { return mindestens_; }
@@ -55,29 +59,21 @@ class Stufe {
         return !offen_[size_t(a)] && !offen_[size_t(b)] && gemeinsames(a, b);
     }
 
-    // Works out the gains of all pairs, or what makes them quick; False when `weiter` says so.
-    template <typename Weiter>
-    bool vorbereiten(bool tafel, Weiter weiter) {
-        if (!tafel) {
-            ziffernAblegen();
-            return true;
-        }
-        breite_ = size_t(anzahl()) + 1;
-        tafel_.assign(breite_ * breite_, 0);
-        for (size_t a = 1; a < breite_; ++a) {
-            for (size_t b = a; b < breite_; ++b)
-                tafel_[a * breite_ + b] = tafel_[b * breite_ + a] = qint16(gemessen(int(a), int(b)));
-            if (!weiter(qint64(breite_ - a))) return false;
-        }
-        return true;
-    }
+    // Makes the gains quick: with a table that keeps what was measured once, or by digits where all texts are
+    // short.
+    void vorbereiten(bool tafel);
     bool hatTafel() const { return !tafel_.empty(); }
     const qint16* tafelzeile(int wert) const { return tafel_.data() + size_t(wert) * breite_; }
+    // The gain of two values, given the row of the first one in the table.
+    int gewinnDerTafel(const qint16* zeile, int a, int b) const {
+        const int gewinn = zeile[b];
+        return gewinn == kUnbekannt ? nachtragen(a, b) : gewinn;
+    }
     bool hatZiffern() const { return !ziffern_.empty(); }
 
     // The gain of two values, 0 when one is missing.
     int gewinn(int a, int b) const {
-        if (hatTafel()) return tafelzeile(a)[b];
+        if (hatTafel()) return gewinnDerTafel(tafelzeile(a), a, b);
         if (hatZiffern()) return gewinnDerZiffern(a, b);
         return a == 0 || b == 0 ? 0 : gemessen(a, b);
     }
@@ -95,6 +91,7 @@ class Stufe {
         quint64 zeichen;
         quint8 laenge;
     };
+    static constexpr qint16 kUnbekannt = std::numeric_limits<qint16>::min();
     static constexpr int kMeisteZiffern = 8;
     static constexpr quint8 kNichts = kMeisteZiffern + 1;  // measures nothing
     static constexpr quint8 kFehlt = kMeisteZiffern + 2;   // the missing value
@@ -107,6 +104,7 @@ class Stufe {
         return int(((gleich >> 7) * 0x0101010101010101u) >> 56);
     }
     int gemessen(int a, int b) const;
+    int nachtragen(int a, int b) const;
     bool gemeinsames(int a, int b) const;
     void ziffernAblegen();
 
@@ -120,7 +118,7 @@ class Stufe {
     std::vector<int> bestens_;
     std::vector<bool> offen_;
     size_t breite_ = 0;
-    std::vector<qint16> tafel_;
+    mutable std::vector<qint16> tafel_;  // (values + 1) in square
     std::vector<Ziffern> ziffern_;
     qint16 gleiche_[kArten][kArten][kMeisteZiffern + 1];
     qint16 verschieden_[kArten][kArten];

@@ -144,7 +144,7 @@ class Verbinder {
         qint64 zeilenpaare = 0;
         for (size_t wort = 0; wort < nachbarn_.size(); ++wort)
             if (nachbarn_[wort] <= meisteNachbarn_) zeilenpaare += nachbarn_[wort] * zeilenDesWorts_[wort];
-        return zeilenpaare <= 2 * hoechstens_;
+        return zeilenpaare / 2 <= hoechstens_;
     }
 
     Wortverbund paareBilden() {
