@@ -29,8 +29,13 @@ int gleicheBytes(quint64 a, quint64 b, int anzahl) {
 }  // namespace
 
 int Textvorrat::nummer(const QString& text) {
-    const auto fund = nummern_.constFind(text);
-    if (fund != nummern_.constEnd()) return *fund;
+    const std::u16string_view inhalt(QStringView(text).utf16(), size_t(text.size()));
+    const quint32 streuwert = Streuwert(inhalt);
+    const int fund = nummern_.suchen(streuwert, [&](int nummer) {
+        const Text& t = texte_[size_t(nummer)];
+        return inhalt == zeichen(t.anfang, t.laenge);
+    });
+    if (fund >= 0) return fund;
     Text neu{quint32(zeichen_.size()), quint32(text.size()), quint32(woerter_.size()), 0, paarmaske(text), 0,
              text.size() <= 8};
     for (qsizetype i = 0; i < std::min<qsizetype>(8, text.size()); ++i) {
@@ -44,10 +49,10 @@ int Textvorrat::nummer(const QString& text) {
         ++neu.woerter;
     });
     zuViele_ = zuViele_ || neu.woerter > kMeisteWoerterJeText;
-    for (const QChar c : text) zeichen_.push_back(c.unicode());
+    zeichen_.insert(zeichen_.end(), inhalt.begin(), inhalt.end());
     texte_.push_back(neu);
     const int nummer = int(texte_.size()) - 1;
-    nummern_.insert(text, nummer);
+    nummern_.eintragen(streuwert, nummer);
     return nummer;
 }
 

@@ -2,10 +2,11 @@
 // once.
 #pragma once
 
-#include <QHash>
 #include <QString>
 #include <string_view>
 #include <vector>
+
+#include "search/textindex.h"
 
 // A store of texts, numbered from 0. Its measures are those of masse.h, for texts that have at most
 // `kMeisteWoerterJeText` words.
@@ -54,7 +55,7 @@ class Textvorrat {
     }
     int trefferVon(const Text& text, const Text& anderer) const;
 
-    QHash<QString, int> nummern_;
+    Textindex nummern_;
     std::vector<Text> texte_;
     std::vector<Wort> woerter_;
     std::vector<char16_t> zeichen_;

@@ -40,16 +40,36 @@ size_t Wertvorrat::teilSuchen(const Teilregel& regel) {
 }
 
 void Wertvorrat::leeren() {
-    nummern_.clear();
+    nummern_.leeren();
+    zeichen_.clear();
+    ende_.assign(1, 0);
+    arten_.assign(1, Wert::Art::Leer);
     teile_.assign(masse_.size(), kNichts);  // the missing value
     bestens_.assign(1, 0);
 }
 
 int Wertvorrat::nummer(const Wert& wert, Textvorrat& texte) {
     if (ZaehltNicht(wert)) return 0;
-    const std::pair<int, QString> schluessel(int(wert.art()), wert.alsText());
-    const auto fund = nummern_.constFind(schluessel);
-    if (fund != nummern_.constEnd()) return *fund;
+    const QString zahl = wert.istText() ? QString() : wert.alsText();
+    const QStringView text = wert.istText() ? wert.text() : zahl;
+    const std::u16string_view zeichen(text.utf16(), size_t(text.size()));
+    const quint32 streuwert = Streuwert(zeichen);
+    const int fund = nummern_.suchen(streuwert, [&](int nummer) {
+        const size_t anfang = ende_[size_t(nummer) - 1];
+        return arten_[size_t(nummer)] == wert.art() &&
+               zeichen == std::u16string_view(zeichen_.data() + anfang, ende_[size_t(nummer)] - anfang);
+    });
+    if (fund >= 0) return fund;
+    zeichen_.insert(zeichen_.end(), zeichen.begin(), zeichen.end());
+    ende_.push_back(zeichen_.size());
+    arten_.push_back(wert.art());
+    const int nummer = neu(wert, texte);
+    nummern_.eintragen(streuwert, nummer);
+    return nummer;
+}
+
+// Takes the value apart.
+int Wertvorrat::neu(const Wert& wert, Textvorrat& texte) {
     double punkte = 0;
     for (const Teil& teil : masse_) {
         const int text = teilVon(teil, wert, texte);
@@ -57,15 +77,14 @@ int Wertvorrat::nummer(const Wert& wert, Textvorrat& texte) {
         if (text != kNichts) punkte += teil.hoechstens;
     }
     bestens_.push_back(gerundet(punkte));
-    const int nummer = int(bestens_.size()) - 1;
-    nummern_.insert(schluessel, nummer);
-    return nummer;
+    return int(bestens_.size()) - 1;
 }
 
 int Wertvorrat::teilVon(const Teil& teil, const Wert& wert, Textvorrat& texte) const {
     const Wert inhalt = teil.parser == 0 ? wert : FeldInhaltErmitteln(wert, teil.parser);
     const bool misst = teil.mass == Mass::Woerter ? !inhalt.istLeerOderNull() : LiestSichAlsZahl(inhalt);
-    return misst ? texte.nummer(inhalt.alsText()) : kNichts;
+    if (!misst) return kNichts;
+    return texte.nummer(inhalt.istText() ? inhalt.text() : inhalt.alsText());
 }
 
 float Wertvorrat::mass(size_t teil, int a, int b, const Textvorrat& texte) const {

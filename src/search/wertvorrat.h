@@ -1,9 +1,9 @@
 // The distinct values of one field, taken apart once for all measures that the rule table asks of them.
 #pragma once
 
-#include <utility>
 #include <vector>
 
+#include "search/textindex.h"
 #include "search/textvorrat.h"
 #include "search/vergleich.h"
 
@@ -78,7 +78,12 @@ class Wertvorrat {
     double einheit_;
     std::vector<Teil> masse_;
     std::vector<Zeile> zeilen_;
-    QHash<std::pair<int, QString>, int> nummern_;  // by kind of value and text
-    std::vector<int> teile_;                       // for each value its texts, -1 for what measures 0
+    int neu(const Wert& wert, Textvorrat& texte);
+
+    Textindex nummern_;              // of the values from 0
+    std::vector<char16_t> zeichen_;  // the texts of all values, one behind the other
+    std::vector<size_t> ende_;       // for each value where its text ends, 0 in front
+    std::vector<Wert::Art> arten_;   // for each value its kind
+    std::vector<int> teile_;         // for each value its texts, -1 for what measures 0
     std::vector<int> bestens_;
 };
