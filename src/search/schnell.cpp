@@ -37,7 +37,7 @@ constexpr qint64 kZellenJeTafel = 24 << 20;
 constexpr int kStichprobe = 1500;      // pairs looked at to put the stages in order
 constexpr qint64 kVerbundJeZeile = 8;  // pairs of a join that a row is worth
 constexpr qint64 kVerbundAnfang = 1 << 16;
-constexpr int kNieErreicht = -(1 << 28);
+constexpr size_t kTrefferImSpeicher = 4 << 20;
 // By how much the gain of a stage exceeds what it stands for, at most.
 constexpr int kRundung = 2;
 
@@ -58,11 +58,15 @@ class Lauf {
           schwelle_(schwelle),
           empfang_(empfang),
           kleinzahlen_(kleinzahlen),
-          treffer_(block.zeilen, empfang.hoechstens) {}
+          treffer_(block.zeilen, std::min(empfang.hoechstens, kTrefferImSpeicher)) {}
 
     bool ausfuehren() {
-        const bool fertig = block_.zeilen < kKleinerBlock ? jedesPaar() : inStufen();
-        if (!fertig || !melden()) return false;
+        const bool klein = block_.zeilen < kKleinerBlock;
+        if (!klein && !vorbereiten()) return false;
+        do {
+            if (!(klein ? jedesPaar() : inStufen())) return false;
+            if (!melden()) return false;
+        } while (gewollt_ && treffer_.weiterruecken());
         const qint64 alle = qint64(block_.zeilen) * (qint64(block_.zeilen) - 1) / 2;
         return empfang_.atempause(alle - gemeldet_);
     }
@@ -74,6 +78,12 @@ class Lauf {
         std::vector<std::pair<int, int>> paare;  // of values
     };
 
+    struct Entscheidung {
+        size_t i;
+        size_t j;
+        bool erreicht;
+    };
+
     // Counts work; True to go on.
     bool schritte(qint64 anzahl) {
         schritte_ += anzahl;
@@ -83,13 +93,18 @@ class Lauf {
         return empfang_.atempause(std::exchange(entschieden_, 0));
     }
 
+    // Pairs decided; they count once, though they may be looked at for several windows of hits.
+    void entschieden(qint64 paare) {
+        if (ersterGang_) entschieden_ += paare;
+    }
+
     // --- a small block ---
 
     bool jedesPaar() {
         for (size_t i = 0; i < block_.zeilen; ++i) {
             for (size_t j = i + 1; j < block_.zeilen; ++j)
                 if (moeglich(i, j) && erreicht(i, j)) treffer_.eintragen(qint32(i), qint32(j));
-            entschieden_ += qint64(block_.zeilen - 1 - i);
+            entschieden(qint64(block_.zeilen - 1 - i));
             if (!schritte(qint64(block_.zeilen))) return false;
         }
         return true;
@@ -122,12 +137,14 @@ class Lauf {
 
     // --- a block in stages ---
 
-    bool inStufen() {
+    bool vorbereiten() {
         if (!stufenBilden() || !stufenOrdnen()) return false;
         formenBilden();
         zeilenOrdnen();
-        return verbundeneVergleichen() && formenVergleichen();
+        return true;
     }
+
+    bool inStufen() { return verbundeneVergleichen() && formenVergleichen(); }
 
     bool stufenBilden() {
         for (size_t f = 0; f < block_.felder(); ++f) {
@@ -323,7 +340,6 @@ class Lauf {
                         verbundenesPaar(v, size_t(plaetze[a]), size_t(plaetze[b]));
                     if (!schritte(8)) return false;
                 }
-            verbuende_[v].paare = {};
         }
         return true;
     }
@@ -373,7 +389,7 @@ class Lauf {
         }
         if (grundsumme_ + rest_[0] < 0 || !formen_.gemeinsames(a, b)) {
             const qint64 n = formbereiche_[a].zeilen();
-            entschieden_ += a == b ? n * (n - 1) / 2 : n * formbereiche_[b].zeilen();
+            entschieden(a == b ? n * (n - 1) / 2 : n * formbereiche_[b].zeilen());
             return false;
         }
         return true;
@@ -397,7 +413,7 @@ class Lauf {
                 if (!werteDurchgehen(k, teil, wert, andere, summe, noetig)) return false;
             if (k == 0) {
                 const qint64 n = teil.zeilen();
-                entschieden_ += selbst ? n * (n - 1) / 2 + n * (b.bis - teil.bis) : n * b.zeilen();
+                entschieden(selbst ? n * (n - 1) / 2 + n * (b.bis - teil.bis) : n * b.zeilen());
             }
         }
         return true;
@@ -442,22 +458,37 @@ class Lauf {
         return vergleichen({int(p), int(p) + 1}, {int(q), int(q) + 1}, summe);
     }
 
-    // Two ranges of rows that are alike at all stages.
+    // Two ranges of rows that are alike at all stages; each has its rows in ascending order.
     bool vergleichen(Bereich a, Bereich b, int summe) {
         const bool sicher = genau_ && summe > kRundung * int(stufen_.size() + verbuende_.size());
         const bool selbst = a.von == b.von;
-        for (int p = a.von; p < a.bis; ++p) {
+        const auto ab = [&](qint32 zeile) {
+            return int(std::lower_bound(zeilen_.begin() + a.von, zeilen_.begin() + a.bis, zeile) -
+                       zeilen_.begin());
+        };
+        const int von = selbst ? ab(treffer_.ersteZeile()) : a.von;
+        for (int p = von; p < a.bis; ++p) {
             const qint32 i = zeilen_[size_t(p)];
-            if (i >= treffer_.erstezeileGrenze() && selbst) break;
+            if (selbst && i >= treffer_.zeilengrenze()) break;
             for (int q = selbst ? p + 1 : b.von; q < b.bis; ++q) {
                 const qint32 j = zeilen_[size_t(q)];
                 if (verbunden(size_t(p), size_t(q))) continue;
-                if (sicher || erreicht(size_t(std::min(i, j)), size_t(std::max(i, j))))
+                if (sicher || erreichtWieZuvor(size_t(std::min(i, j)), size_t(std::max(i, j))))
                     treffer_.eintragen(i, j);
             }
             if (!schritte(selbst ? a.bis - p : b.zeilen())) return false;
         }
         return true;
+    }
+
+    // The decision for two rows; that of the rows before when they have the same values.
+    bool erreichtWieZuvor(size_t i, size_t j) {
+        const auto gleich = [this](size_t a, size_t b) {
+            const int* werte = block_.werte.data() + a * block_.felder();
+            return std::equal(werte, werte + block_.felder(), block_.werte.data() + b * block_.felder());
+        };
+        if (!zuvor_ || !gleich(zuvor_->i, i) || !gleich(zuvor_->j, j)) zuvor_ = {i, j, erreicht(i, j)};
+        return zuvor_->erreicht;
     }
 
     bool verbunden(size_t p, size_t q) const {
@@ -467,11 +498,12 @@ class Lauf {
     }
 
     bool melden() {
+        ersterGang_ = false;
         treffer_.ordnen();
-        for (size_t n = 0; n < treffer_.anzahl(); ++n) {
+        for (size_t n = 0; n < treffer_.anzahl() && gewollt_; ++n) {
             if (!schritte(8)) return false;
             const Treffersammlung::Treffer treffer = treffer_.treffer(n);
-            if (!empfang_.treffer(treffer.i, treffer.j)) break;
+            gewollt_ = empfang_.treffer(treffer.i, treffer.j) && ++gefunden_ < empfang_.hoechstens;
         }
         return true;
     }
@@ -492,9 +524,13 @@ class Lauf {
     std::vector<int> rest_;  // the most that a stage and all later ones can gain
     int grundsumme_ = 0;     // what the stages gain that were left out
     bool genau_ = true;      // the gains of a pair tell whether it is found, but for rounding
+    std::optional<Entscheidung> zuvor_;
     qint64 schritte_ = 0;
     qint64 entschieden_ = 0;  // pairs since the last report
     qint64 gemeldet_ = 0;
+    bool ersterGang_ = true;
+    size_t gefunden_ = 0;
+    bool gewollt_ = true;
 };
 
 bool gewichteTaugen(const Vergleichsfeld& feld) {

@@ -2,29 +2,35 @@
 #include "search/treffersammlung.h"
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 #include "search/paarfolge.h"
 
-Treffersammlung::Treffersammlung(size_t zeilen, size_t hoechstens)
+Treffersammlung::Treffersammlung(size_t zeilen, size_t fenster)
     : breite_(quint64(Scheibenbreite(qint64(zeilen)))),
       scheiben_((zeilen + breite_ - 1) / breite_),
-      hoechstens_(hoechstens),
-      voll_(2 * hoechstens),
-      zeilengrenze_(std::numeric_limits<qint32>::max()) {}
+      fenster_(fenster) {}
 
 // Keeps the first ones of the order.
 void Treffersammlung::kuerzen() {
-    const auto grenze = raenge_.begin() + qint64(hoechstens_);
+    const auto grenze = raenge_.begin() + qint64(fenster_);
     std::nth_element(raenge_.begin(), grenze, raenge_.end());
-    grenze_ = *grenze;
-    zeilengrenze_ = qint32((grenze_ / (breite_ * breite_) / scheiben_ + 1) * breite_);
+    ende_ = *grenze;
+    zeilengrenze_ = qint32((ende_ / (breite_ * breite_) / scheiben_ + 1) * breite_);
     raenge_.erase(grenze, raenge_.end());
 }
 
 void Treffersammlung::ordnen() {
+    if (raenge_.size() > fenster_) kuerzen();
     std::sort(raenge_.begin(), raenge_.end());
-    if (raenge_.size() > hoechstens_) raenge_.resize(hoechstens_);
+}
+
+bool Treffersammlung::weiterruecken() {
+    if (ende_ == kOffen) return false;
+    anfang_ = std::exchange(ende_, kOffen);
+    zeilengrenze_ = std::numeric_limits<qint32>::max();
+    raenge_.clear();
+    return true;
 }
 
 Treffersammlung::Treffer Treffersammlung::treffer(size_t nummer) const {
