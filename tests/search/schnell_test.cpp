@@ -7,6 +7,7 @@
 
 #include "fields/einstellungen.h"
 #include "search/blocksuche.h"
+#include "search/boesewerte.h"
 #include "search/zufallsadressen.h"
 
 namespace {
@@ -120,6 +121,50 @@ TEST_F(Schnell, SameHitsInTheSameOrderAsTheLetterInBlocksWithTablesAndGroups) {
     EXPECT_GT(gefunden, 1000);
 }
 
+// Of some pair that is not quite different, 0 when there is none to be found.
+float relevanzEinesPaars(const FeldZuordnungen& zuordnungen, bool differenzieren,
+                         const std::vector<Zeile>& zeilen, BoeseWerte& werte) {
+    const Vergleicher vergleicher(zuordnungen, differenzieren);
+    const auto eine = [&] { return zeilen[size_t(werte.zahl(0, int(zeilen.size()) - 1))].data(); };
+    for (int versuch = 0; versuch < 100; ++versuch)
+        if (const float relevanz = *vergleicher.vergleichen(eine(), eine()); relevanz > 0.2f && relevanz < 1)
+            return relevanz;
+    return 0;
+}
+
+// A million pairs; ten million with LINDGARN_LANGE_TESTS.
+TEST_F(Schnell, SameHitsInTheSameOrderAsTheLetterOnNastyValues) {
+    const qint64 genug = qEnvironmentVariableIsSet("LINDGARN_LANGE_TESTS") ? 10000000 : 1000000;
+    qint64 gefunden = 0;
+    qint64 amRand = 0;
+    qint64 paare = 0;
+    for (quint32 runde = 0; paare < genug; ++runde) {
+        SCOPED_TRACE(runde);
+        BoeseWerte werte(runde);
+        const FeldZuordnungen zuordnungen = werte.zuordnung();
+        const bool differenzieren = werte.zahl(0, 2) == 0;
+        const std::vector<Zeile> zeilen = werte.zeilen(zuordnungen, werte.zahl(2, runde % 3 == 0 ? 260 : 90));
+        if (zeilen[0].empty()) continue;
+        // Now and then the threshold is what a pair has, or just above it.
+        float schwelle = kSchwellen[werte.zahl(0, 3)];
+        const float eine = relevanzEinesPaars(zuordnungen, differenzieren, zeilen, werte);
+        if (eine > 0 && werte.zahl(0, 1)) {
+            schwelle = werte.zahl(0, 1) ? eine : std::nextafter(eine, 2.0f);
+            ++amRand;
+        }
+        Schnellvergleich vergleich(zuordnungen, differenzieren, schwelle);
+        ASSERT_TRUE(vergleich.moeglich());
+        const Paarliste soll = woertlich(zuordnungen, zeilen, differenzieren, schwelle);
+        const Ergebnis ist = schnell(vergleich, zeilen);
+        ASSERT_EQ(soll, ist.treffer);
+        paare += ist.paare;
+        gefunden += qint64(soll.size());
+    }
+    EXPECT_GT(gefunden, paare / 100);
+    EXPECT_GT(paare - gefunden, paare / 100);
+    EXPECT_GT(amRand, 20);
+}
+
 TEST_F(Schnell, SameHitsWithWeightsFromTheSettings) {
     for (quint32 runde = 0; runde < 200; ++runde) {
         SCOPED_TRACE(runde);
@@ -181,6 +226,34 @@ TEST_F(Schnell, TheReceiverCanHaveEnough) {
     EXPECT_TRUE(vergleich.vergleichen(empfang));
     EXPECT_EQ(Paarliste(alle.begin(), alle.begin() + 1000), treffer);
     EXPECT_EQ(500 * 499 / 2, paare);
+}
+
+// More hits than are held at once: they come window by window, still in order.
+TEST_F(Schnell, AllHitsOfAGreatBlockOfEqualRecords) {
+    constexpr qint32 kSaetze = 3200;
+    const std::vector<Zeile> zeilen(kSaetze, Zeile{Wert(u"köln"), Wert(u"50667")});
+    Schnellvergleich vergleich({{3, 8}, {3, 4}}, false, 1.0f);
+    for (const Zeile& zeile : zeilen) vergleich.anfuegen(zeile.data());
+    const qint64 breite = qint64(std::log(kSaetze) / std::log(1.5) + 1);
+    qint64 anzahl = 0;
+    qint64 paare = 0;
+    std::tuple<qint64, qint64, qint32, qint32> zuvor{-1, 0, 0, 0};
+    bool geordnet = true;
+    Paarempfang empfang;
+    empfang.treffer = [&](qint32 i, qint32 j) {
+        ++anzahl;
+        geordnet = geordnet && i < j && zuvor < std::tuple(i / breite, j / breite, i, j);
+        zuvor = {i / breite, j / breite, i, j};
+        return true;
+    };
+    empfang.atempause = [&](qint64 n) {
+        paare += n;
+        return true;
+    };
+    EXPECT_TRUE(vergleich.vergleichen(empfang));
+    EXPECT_EQ(qint64(kSaetze) * (kSaetze - 1) / 2, anzahl);
+    EXPECT_EQ(anzahl, paare);
+    EXPECT_TRUE(geordnet);
 }
 
 TEST_F(Schnell, ItBreathesAndCanBeStopped) {

@@ -175,6 +175,42 @@ TEST_F(Durchlauf, TooManyWordsAreReportedByTheComparisonItself) {
     EXPECT_TRUE(gFehler);
 }
 
+const char16_t* const kSpaltennamen[] = {u"A", u"B", u"C", u"D", u"E", u"F", u"G", u"H"};
+
+std::vector<Spaltenvorgabe> spaltenFuer(const FeldZuordnungen& zuordnungen) {
+    std::vector<Spaltenvorgabe> spalten;
+    for (size_t i = 0; i < zuordnungen.size(); ++i) spalten.push_back({kSpaltennamen[i], zuordnungen[i]});
+    return spalten;
+}
+
+// What a pass lists by the letter of the rules; a Null on the way ends no block.
+Paarliste woertlicherDurchlauf(const FeldZuordnungen& zuordnungen, int spalte, int laenge,
+                               const QString& sortierung) {
+    const auto sortiert =
+        gDatenbank->OpenRecordset(SortierteAuswahl(QString::fromUtf16(kArbeitstabelle), sortierung));
+    const dao::Block alle = sortiert->GetRows(100000);
+    const Vergleicher vergleicher(zuordnungen, gAnsprechpartnerDifferenzieren);
+    const auto satznummer = [&](int zeile) { return qint32(alle(alle.spalten() - 3, zeile).alsZahl()); };
+    const auto schluessel = [&](int zeile) { return alle(spalte, zeile).alsText().left(laenge); };
+    Paarliste soll;
+    for (int anfang = 0; anfang < alle.zeilen();) {
+        const bool null = alle(spalte, anfang).istNull();
+        int ende = anfang + 1;
+        while (ende < alle.zeilen() &&
+               (null || alle(spalte, ende).istNull() || schluessel(ende) == schluessel(anfang)))
+            ++ende;
+        const int breite = int(std::log(ende - anfang) / std::log(1.5) + 1);
+        for (int s1 = anfang; s1 < ende && !null && !schluessel(anfang).isEmpty(); s1 += breite)
+            for (int s2 = s1; s2 < ende; s2 += breite)
+                for (int i = s1; i < std::min(s1 + breite, ende); ++i)
+                    for (int j = std::max(i + 1, s2); j < std::min(s2 + breite, ende); ++j)
+                        if (*vergleicher.vergleichen(&alle(0, i), &alle(0, j)) >= gRelevanz)
+                            soll.emplace_back(satznummer(i), satznummer(j));
+        anfang = ende;
+    }
+    return soll;
+}
+
 // The whole pass against the letter: the order in which pairs are listed included.
 TEST_F(Durchlauf, ListsThePairsOfRandomTablesInTheOrderOfSlicesAndSweeps) {
     const FeldZuordnungen zuordnungen{{3, 8}, {2, 3}, {4, 4}, {3, 4}, {5, 3}};
@@ -188,34 +224,58 @@ TEST_F(Durchlauf, ListsThePairsOfRandomTablesInTheOrderOfSlicesAndSweeps) {
         zeilen.push_back(zeile);
     }
     zeilen[0][0] = Wert(u"a");
-    std::vector<Spaltenvorgabe> spalten;
-    static const char16_t* const namen[] = {u"A", u"B", u"C", u"D", u"E"};
-    for (size_t i = 0; i < zuordnungen.size(); ++i) spalten.push_back({namen[i], zuordnungen[i]});
-    adressen(spalten, zeilen);
+    adressen(spaltenFuer(zuordnungen), zeilen);
     pufferFuellen();
     gRelevanz = 0.5f;
     laufen(0, 1, QStringLiteral("[A],[C]"));
-
-    const auto sortiert = gDatenbank->OpenRecordset(SortierteAuswahl(arbeit, QStringLiteral("[A],[C]")));
-    const dao::Block alle = sortiert->GetRows(1000);
-    const Vergleicher vergleicher(zuordnungen, false);
-    Paarliste soll;
-    for (int anfang = 0; anfang < alle.zeilen();) {
-        int ende = anfang + 1;
-        while (ende < alle.zeilen() && alle(0, ende) == alle(0, anfang)) ++ende;
-        const int breite = int(std::log(ende - anfang) / std::log(1.5) + 1);
-        for (int s1 = anfang; s1 < ende && alle(0, anfang).alsText() != QString(); s1 += breite)
-            for (int s2 = s1; s2 < ende; s2 += breite)
-                for (int i = s1; i < std::min(s1 + breite, ende); ++i)
-                    for (int j = std::max(i + 1, s2); j < std::min(s2 + breite, ende); ++j)
-                        if (*vergleicher.vergleichen(&alle(0, i), &alle(0, j)) >= gRelevanz)
-                            soll.emplace_back(qint32(alle(alle.spalten() - 3, i).alsZahl()),
-                                              qint32(alle(alle.spalten() - 3, j).alsZahl()));
-        anfang = ende;
-    }
-    ASSERT_FALSE(alle(0, 0).istNull());
+    const Paarliste soll = woertlicherDurchlauf(zuordnungen, 0, 1, QStringLiteral("[A],[C]"));
     EXPECT_GT(soll.size(), 50u);
     EXPECT_EQ(soll, paarliste());
+}
+
+// Three passes one after the other, at every tolerance: a pair that an earlier pass has listed stays where it
+// is.
+TEST_F(Durchlauf, WholeSearchesListWhatTheLetterLists) {
+    const FeldZuordnungen zuordnungen{{2, 3}, {4, 2}, {4, 4}, {3, 3}, {3, 4}, {3, 8}, {5, 3}, {6, 1}};
+    struct Pass {
+        int spalte;
+        int laenge;
+        const char16_t* sortierung;
+    };
+    const Pass durchlaeufe[] = {{0, 2, u"[A],[E],[D]"}, {6, 5, u"[G],[A]"}, {4, 2, u"[E],[F],[A]"}};
+    Zufallsadressen zufall(7, 12);
+    std::vector<std::vector<Wert>> zeilen;
+    for (Zeile& zeile : zufall.zeilen(zuordnungen, 420)) {
+        // More than half without a firm: they make one great block.
+        if (zufall.zahl(0, 9) < 6) zeile[0] = Wert(u"");
+        for (Wert& wert : zeile) wert = wert.alsText();
+        zeilen.push_back(zeile);
+    }
+    adressen(spaltenFuer(zuordnungen), zeilen);
+    pufferFuellen();
+    for (const bool differenzieren : {false, true})
+        for (const float schwelle : {0.82f, 0.73f, 0.62f, 0.5f}) {
+            SCOPED_TRACE(testing::Message() << schwelle << differenzieren);
+            gAnsprechpartnerDifferenzieren = differenzieren;
+            gRelevanz = schwelle;
+            PaareLeeren();
+            Paarliste soll;
+            for (const Pass& pass : durchlaeufe) {
+                const QString sortierung = QString::fromUtf16(pass.sortierung);
+                laufen(pass.spalte, pass.laenge, sortierung);
+                for (const auto& paar :
+                     woertlicherDurchlauf(zuordnungen, pass.spalte, pass.laenge, sortierung)) {
+                    const std::pair<qint32, qint32> gedreht(paar.second, paar.first);
+                    if (std::find(soll.begin(), soll.end(), paar) == soll.end() &&
+                        std::find(soll.begin(), soll.end(), gedreht) == soll.end())
+                        soll.push_back(paar);
+                }
+            }
+            EXPECT_FALSE(Angehalten());
+            EXPECT_GT(soll.size(), 20u);
+            EXPECT_EQ(soll, paarliste());
+        }
+    gAnsprechpartnerDifferenzieren = false;
 }
 
 TEST_F(Durchlauf, ThePairListTakesThreeMillionAndOnePairs) {
