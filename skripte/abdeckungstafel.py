@@ -16,7 +16,10 @@ def summen(export, wurzel):
     """For each folder and in all: the number of files, and of each kind of thing how many there are and were reached."""
     ordner = collections.defaultdict(lambda: [0] + [0, 0] * len(ARTEN))
     for datei in json.loads(export.read_text("utf-8"))["data"][0]["files"]:
-        name = pathlib.Path(datei["filename"]).relative_to(wurzel).parent.as_posix()
+        pfad = pathlib.Path(datei["filename"]).resolve()
+        if not pfad.is_relative_to(wurzel):
+            continue
+        name = pfad.relative_to(wurzel).parent.as_posix()
         for zeile in (ordner[name], ordner["gesamt"]):
             zeile[0] += 1
             for i, art in enumerate(ARTEN):
@@ -30,7 +33,7 @@ def prozent(anzahl, erreicht):
 
 
 def main():
-    export, wurzel = map(pathlib.Path, sys.argv[1:3])
+    export, wurzel = (pathlib.Path(p).resolve() for p in sys.argv[1:3])
     ordner = summen(export, wurzel)
     gesamt = ordner.pop("gesamt")
     print(f"{'Ordner':<16}{'Dateien':>8}" + "".join(f"{k:>10}{'erreicht':>10}" for k in KOPF))
