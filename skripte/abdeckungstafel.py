@@ -36,10 +36,10 @@ def main():
     export, wurzel = (pathlib.Path(p).resolve() for p in sys.argv[1:3])
     ordner = summen(export, wurzel)
     gesamt = ordner.pop("gesamt")
-    print(f"{'Ordner':<16}{'Dateien':>8}" + "".join(f"{k:>10}{'erreicht':>10}" for k in KOPF))
+    print(f"{'Ordner':<16}{'Dateien':>8}" + "".join(f"{k:>12}{'erreicht':>10}" for k in KOPF))
     for name, zeile in [*sorted(ordner.items()), ("gesamt", gesamt)]:
         werte = "".join(
-            f"{zeile[1 + 2 * i]:>10}{prozent(*zeile[1 + 2 * i : 3 + 2 * i]):>10}" for i in range(len(ARTEN))
+            f"{zeile[1 + 2 * i]:>12}{prozent(*zeile[1 + 2 * i : 3 + 2 * i]):>10}" for i in range(len(ARTEN))
         )
         print(f"{name:<16}{zeile[0]:>8}{werte}")
 
