@@ -1,4 +1,5 @@
 """Client of lindgarn-fernsteuerung: starts the real program and drives its real window, command by command."""
+import contextlib
 import json
 import subprocess
 
@@ -19,13 +20,14 @@ class Fernsteuerung:
         return self
 
     def __exit__(self, *_):
-        if self._prozess.poll() is None:
+        """Ends the program if it still runs; may be called again."""
+        with contextlib.suppress(BrokenPipeError):
             self._prozess.stdin.close()
-            try:
-                self._prozess.wait(20)
-            except subprocess.TimeoutExpired:
-                self._prozess.kill()
-                self._prozess.wait()
+        try:
+            self._prozess.wait(20)
+        except subprocess.TimeoutExpired:
+            self._prozess.kill()
+            self._prozess.wait()
         self._prozess.stdout.close()
 
     @property

@@ -1,6 +1,6 @@
 """The program is killed at random moments: its file is as it was, or holds the whole result, and nothing else stays.
 
-The short form kills some dozen times over an .mdb and a folder of .dbf files; LINDGARN_LANG=1 a thousand times.
+The short form kills some dozen times over each format; LINDGARN_LANG=1 a thousand times.
 Half of the deaths fall into the moments when the file is written.
 """
 import os
@@ -33,7 +33,7 @@ class Toeten(gemeinsam.AmProgramm):
             lauf = self.lauf(leser, self.ordner / "ganz")
             lauf.vorbereiten(vorgang)
             lauf.ausfuehren(vorgang)
-            lauf.fern.prozess.kill()
+            lauf.fern.__exit__()
             nachher = leser.abzug(self.ordner / "ganz")
             ergebnisse[vorgang] = nachher.pop(lauf.ziele[0])
             self.assertEqual(vorher, nachher)
@@ -44,7 +44,7 @@ class Toeten(gemeinsam.AmProgramm):
 
     def lauf(self, leser, ordner):
         lauf = vorgaenge.SechsVorgaenge(
-            self, self.programm(), leser.datei(ordner), namen=["Ergebnis"] * 6, hinweis=leser.hinweis
+            self, self.programm(), leser.datei(ordner), namen=["ERGEBNIS"] * 6, hinweis=leser.hinweis
         )
         lauf.oeffnen()
         return lauf
@@ -77,7 +77,7 @@ class Toeten(gemeinsam.AmProgramm):
         except (RuntimeError, BrokenPipeError):
             pass  # the program is gone, as it should be
         moerder.join()
-        lauf.fern.prozess.wait()
+        lauf.fern.__exit__()
         # As the file lies there, before anybody clears anything: other programs read it.
         self.pruefen(leser, ordner, vorher, ganz, aufgeraeumt=False)
         # Opening it clears what was left.
@@ -90,7 +90,7 @@ class Toeten(gemeinsam.AmProgramm):
         elif leser.mehrere_dateien:
             return False
         jetzt = leser.abzug(ordner)
-        neu = jetzt.pop("Ergebnis", None)
+        neu = jetzt.pop("ERGEBNIS", None)
         self.assertEqual(vorher, jetzt)
         self.assertIn(neu, (None, ganz))
         return neu is not None
@@ -107,6 +107,12 @@ class Toeten(gemeinsam.AmProgramm):
 
     def test_mdb(self):
         self.format_pruefen(fremdleser.Mdb())
+
+    def test_dbf(self):
+        self.format_pruefen(fremdleser.Dbf())
+
+    def test_xls(self):
+        self.format_pruefen(fremdleser.Xls())
 
 
 if __name__ == "__main__":

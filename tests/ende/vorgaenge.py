@@ -173,15 +173,15 @@ class SechsVorgaenge:
         self.waehlen(1)
         self.ziel_bestaetigen(31)
         self.fern.setzen("cbxSplittenTypus", {"index": 1})
-        self.fern.setzen("cbxSplitten1", self.feld("Straße"))
+        self.fern.setzen("cbxSplitten1", self.feld("cbxSplitten1", "Straße"))
         self.fern.setzen("tbxSplitten1", "Weg")
         self.fern.setzen("tbxSplitten2", "Nummer")
 
     def verschmelzen(self):
         self.waehlen(0)
         self.ziel_bestaetigen(41)
-        self.fern.setzen("cbxVerschmelzen1", self.feld("PLZ"))
-        self.fern.setzen("cbxVerschmelzen2", self.feld("Ort"))
+        self.fern.setzen("cbxVerschmelzen1", self.feld("cbxVerschmelzen1", "PLZ"))
+        self.fern.setzen("cbxVerschmelzen2", self.feld("cbxVerschmelzen2", "Ort"))
         self.fern.setzen("tbxVerschmolzen", "Wohnort")
 
     def abgleich(self):
@@ -198,6 +198,7 @@ class SechsVorgaenge:
         self.felder_bestaetigen(2)
         self.ziel_bestaetigen(11)
 
-    def feld(self, name):
-        """The field's name as the file spells it."""
-        return name
+    def feld(self, liste, name):
+        """The field's name as the file spells it: dBase takes ten letters, all capital."""
+        gesucht = name.upper()[:10]
+        return next(e for e in self.fern.lesen(liste)["eintraege"] if e.upper()[:10] == gesucht)
