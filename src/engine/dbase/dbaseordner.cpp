@@ -118,8 +118,10 @@ void DbaseOrdner::tabellenSuchen() {
         try {
             tabellen_.push_back(tabelleOeffnen(ordner, datei));
         } catch (const EngineFehler& fehler) {
+            QString warum = fehler.beschreibung();
+            if (warum.endsWith(u'.')) warum.chop(1);
             grund = QStringLiteral("Die Datei '%1' kann nicht als dBase-Tabelle gelesen werden: %2.")
-                        .arg(datei, fehler.beschreibung());
+                        .arg(datei, warum);
             hinweise_.push_back(grund);
         }
     }
@@ -183,7 +185,7 @@ QString DbaseOrdner::belegtGrund(const QString& name) const {
                     [&](const Tabelle& t) { return gleich(t.name, name); }))
         return QString();
     const Ordner ordner(ordner_);
-    for (const char* endung : {"dbf", "dbt", "fpt"}) {
+    for (const char* endung : {"dbf", "dbt", "fpt", "cpg"}) {
         const QString datei = ordner.datei(name, QString::fromLatin1(endung));
         if (!datei.isEmpty())
             return QStringLiteral(

@@ -164,7 +164,7 @@ void satzlaengeBestimmen(Aufbau& aufbau, const Bytequelle& datei, int imKopf) {
     }
     if (!passt(kurz)) ablehnen(QStringLiteral("die Satzlänge stimmt nicht"));
     aufbau.satzlaenge = kurz;
-    aufbau.schaeden.push_back(QStringLiteral("die angegebene Satzlänge ist falsch"));
+    aufbau.schaeden.push_back(QStringLiteral("ihre angegebene Satzlänge ist falsch"));
 }
 
 void satzanfangBestimmen(Aufbau& aufbau, const Bytequelle& datei, const QByteArray& kopf, int kopflaenge,
@@ -176,7 +176,7 @@ void satzanfangBestimmen(Aufbau& aufbau, const Bytequelle& datei, const QByteArr
         if (feldende >= kopf.size() || kopf[feldende] != kFeldende) break;
         if (!saetzePassen(datei, anfang, laenge, aufbau.saetzeImKopf)) continue;
         aufbau.satzanfang = anfang;
-        aufbau.schaeden.push_back(QStringLiteral("die angegebene Kopflänge ist falsch"));
+        aufbau.schaeden.push_back(QStringLiteral("ihre angegebene Kopflänge ist falsch"));
         return;
     }
     ablehnen(QStringLiteral("die Kopflänge stimmt nicht"));
@@ -186,8 +186,7 @@ void saetzeZaehlen(Aufbau& aufbau, const Bytequelle& datei) {
     const qint64 da = std::max<qint64>(0, datei.groesse() - aufbau.satzanfang) / aufbau.satzlaenge;
     aufbau.saetze = std::min<qint64>(aufbau.saetzeImKopf, da);
     if (aufbau.saetze == aufbau.saetzeImKopf) return;
-    aufbau.schaeden.push_back(QStringLiteral("die Datei ist kürzer, als sie angibt: Es sind nur %1 von %2 "
-                                             "Datensätzen vorhanden")
+    aufbau.schaeden.push_back(QStringLiteral("sie ist kürzer, als sie angibt (nur %1 von %2 Datensätzen)")
                                   .arg(aufbau.saetze)
                                   .arg(aufbau.saetzeImKopf));
 }

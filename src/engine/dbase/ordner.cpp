@@ -57,12 +57,20 @@ QStringList Ordner::tabellendateien(QStringList* doppelte) const {
     return namen;
 }
 
+// Whether there is a table that is spelled as the file is.
+bool Ordner::gehoertAnderer(const QString& datei) const {
+    return std::any_of(dateien_.begin(), dateien_.end(), [&](const QString& name) {
+        return gleich(endungVon(name), QStringLiteral("dbf")) && name != datei &&
+               stammVon(name) == stammVon(datei);
+    });
+}
+
 QString Ordner::datei(const QString& stamm, const QString& endung) const {
     QString fund;
     for (const QString& name : dateien_) {
         if (!gleich(name, stamm + u'.' + endung)) continue;
         if (name.startsWith(stamm)) return name;
-        if (fund.isEmpty()) fund = name;
+        if (fund.isEmpty() && !gehoertAnderer(name)) fund = name;
     }
     return fund;
 }

@@ -16,8 +16,9 @@ class Ordner {
     // The names of the .dbf files, sorted without regard to case. Of several that differ in case only, the
     // first in byte order; the others are added to `doppelte`.
     QStringList tabellendateien(QStringList* doppelte = nullptr) const;
-    // The file with this stem and extension (without the dot), in any case of letters; the one spelled as
-    // asked for comes first. Empty when there is none.
+    // The file with this stem and extension (without the dot), in any case of letters, but not the companion
+    // of a table that differs in case only; the one spelled as asked for comes first. Empty when there is
+    // none.
     QString datei(const QString& stamm, const QString& endung) const;
     // The same, the content; empty when there is none or it cannot be read.
     QByteArray inhalt(const QString& stamm, const QString& endung) const;
@@ -31,6 +32,8 @@ class Ordner {
     QStringList genannteIndexe(const QString& stamm) const;
 
   private:
+    bool gehoertAnderer(const QString& datei) const;
+
     QString pfad_;
     QStringList dateien_;
 };

@@ -23,7 +23,7 @@ class Bytequelle {
 // A file that stays open; what was opened is read on even when another file takes its name.
 class Dateiquelle : public Bytequelle {
   public:
-    // Raises kDateiFehlt, kSchreibgeschuetzt (no right to read) or kDateifehler.
+    // Raises kSchreibgeschuetzt (no right to read it) or kDateifehler.
     explicit Dateiquelle(const QString& pfad);
     qint64 groesse() const override { return stand_.groesse; }
     qint64 lesen(qint64 ab, char* ziel, qint64 anzahl) const override;

@@ -28,8 +28,8 @@ constexpr char kDateiende = 0x1A;
             .arg(tabelle));
 }
 
-// Runs over bytes in the order in which they stand in the table; two words at a time, which do not wait for each
-// other.
+// Runs over bytes in the order in which they stand in the table; two words at a time, which do not wait for
+// each other.
 void pruefsummeNachfuehren(quint64& summe, const char* daten, qint64 anzahl) {
     constexpr quint64 kFaktor = 0x9E3779B97F4A7C15u;
     quint64 zweite = ~summe;

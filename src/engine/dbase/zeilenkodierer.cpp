@@ -234,16 +234,13 @@ void Zeilenkodierer::hinweiseSammeln(const Schreibspalte& spalte, const Messung&
                 text.arg(anzahl));
     };
     hinweis(spalte.schreibart == Schreibart::Datum ? messung.uhrzeiten : 0,
-            QStringLiteral(
-                "In %1 Datensätzen ist die Uhrzeit weggefallen, da ein Datumsfeld von dBase nur den Tag "
-                "aufnimmt."));
+            QStringLiteral("Ein Datumsfeld von dBase nimmt nur den Tag auf. Weggefallene Uhrzeiten: %1."));
     hinweis(spalte.schreibart == Schreibart::Zeitpunkt ? messung.uhrzeiten : 0,
-            QStringLiteral("Das Feld ist jetzt ein Textfeld, da %1 Datensätze eine Uhrzeit haben."));
-    hinweis(messung.gerundet,
-            QStringLiteral("%1 Zahlen wurden auf die Nachkommastellen des Feldes gerundet."));
+            QStringLiteral("Das Feld ist jetzt ein Textfeld, da es Uhrzeiten enthält (%1)."));
+    hinweis(messung.gerundet, QStringLiteral("Auf die Nachkommastellen des Feldes gerundete Zahlen: %1."));
     hinweis(spalte.schreibart == Schreibart::Memo && plan_.stufe == 3 ? messung.endezeichen : 0,
             QStringLiteral(
-                "Aus %1 Memotexten ist das Zeichen U+001A weggefallen, mit dem dBase III Texte beendet."));
+                "Mit U+001A beendet dBase III einen Text. Memotexte, aus denen das Zeichen wegfiel: %1."));
 }
 
 QByteArray Zeilenkodierer::memobytes(const Schreibspalte& spalte, const Wert& wert) const {

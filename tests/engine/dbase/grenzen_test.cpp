@@ -168,7 +168,7 @@ TEST_F(DbaseGrenzen, WelchesFeldAusWelchemTyp) {
 TEST_F(DbaseGrenzen, HinweiseAufWasWegfiel) {
     EXPECT_EQ(versuch(feld(kX, dao::dbDate), {Wert(DatumZeit{36000.25}), Wert(DatumZeit{36000.0})}), 0);
     ASSERT_EQ(hinweise.size(), 1u);
-    EXPECT_TRUE(hinweise[0].contains(QStringLiteral("In 1 Datensätzen ist die Uhrzeit weggefallen")));
+    EXPECT_TRUE(hinweise[0].contains(QStringLiteral("Weggefallene Uhrzeiten: 1.")));
     leeren();
     EXPECT_EQ(versuch(tabelle(kA, {feld(QStringLiteral("Ansprechpartner"), dao::dbText, 10),
                                    feld(QStringLiteral("Ansprechpartner 2"), dao::dbText, 10),
@@ -340,7 +340,7 @@ TEST_F(DbaseKopie, ZahlDieNichtInsFeldPasst) {
     EXPECT_EQ(dateien(), QStringList{"A.dbf"});
     hinweise = datei.anwenden({anlegen(def, {{Wert(1.125)}, {Wert(100.125)}})});
     ASSERT_EQ(hinweise.size(), 1u);
-    EXPECT_TRUE(hinweise[0].contains(QStringLiteral("1 Zahlen wurden"))) << hinweise[0].toStdString();
+    EXPECT_TRUE(hinweise[0].contains(QStringLiteral("gerundete Zahlen: 1."))) << hinweise[0].toStdString();
     EXPECT_EQ(alleZeilen(datei, kB), (std::vector<Zeile>{{Wert(1.125)}, {Wert(100.13)}}));
 }
 

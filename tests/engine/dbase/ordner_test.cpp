@@ -272,12 +272,13 @@ TEST_F(DbaseOrdnerTest, ZweiDateienDieSichNurInDerSchreibweiseUnterscheiden) {
     kunden(QStringLiteral("ADR"), 5);
     QFile::rename(pfad(QStringLiteral("x")), pfad(QStringLiteral("adr.dbf")));
     const QByteArray zweite = inhalt(pfad(QStringLiteral("adr.dbf")));
+    schreiben(pfad(QStringLiteral("adr.mdx")), "der Index der zweiten");
     dbase::DbaseOrdner datei(ordner.path());
     EXPECT_EQ(namen(datei.katalogLesen()), QStringList{QStringLiteral("ADR")});
     EXPECT_EQ(datei.katalogLesen().hinweise.size(), 1u);
     EXPECT_EQ(alleZeilen(datei, QStringLiteral("adr")).size(), 5u);
     datei.anwenden({TabelleLoeschen{QStringLiteral("ADR")}});
-    EXPECT_EQ(dateien(), QStringList{"adr.dbf"});
+    EXPECT_EQ(dateien(), (QStringList{"adr.dbf", "adr.mdx"}));
     EXPECT_EQ(inhalt(pfad(QStringLiteral("adr.dbf"))), zweite);
 }
 
