@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
 # Installs the Debian packages that are missing: `installieren.sh bauen` for building and running the program,
 # `installieren.sh pruefen` for the tests on top of it, `installieren.sh paket` for the Debian package,
-# `installieren.sh stil` for the checks of style, `installieren.sh abdeckung` for measuring what the tests reach.
+# `installieren.sh stil` for the checks of style, `installieren.sh abdeckung` for measuring what the tests reach,
+# `installieren.sh messen` for the benchmarks' peers.
 set -euo pipefail
 
 BAUEN=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl1-mesa-dev libsqlite3-dev libgsf-1-dev pkg-config
        qt6-translations-l10n libqt6svg6 fonts-liberation python3 mdbtools)
 PRUEFEN=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev cmark-gfm appstream
-         desktop-file-utils python3-dbfread dbview shapelib python3-xlrd
-         python3-levenshtein)
+         desktop-file-utils python3-dbfread dbview shapelib python3-xlrd python3-xlwt
+         gnumeric libreoffice-calc-nogui)
+MESSEN=(python3-levenshtein)
 PAKET=(dpkg-dev cmark-gfm appstream desktop-file-utils man-db lintian devscripts debootstrap)
 ABDECKUNG=(llvm-14)
 STIL=(clang-format-14 clang-tidy-14 black shellcheck)
@@ -17,6 +19,7 @@ pakete=("${BAUEN[@]}")
 [[ "${1:-bauen}" =~ ^(pruefen|abdeckung)$ ]] && pakete+=("${PRUEFEN[@]}")
 [ "${1:-bauen}" = abdeckung ] && pakete+=("${ABDECKUNG[@]}")
 [ "${1:-bauen}" = paket ] && pakete+=("${PAKET[@]}")
+[ "${1:-bauen}" = messen ] && pakete+=("${MESSEN[@]}")
 [ "${1:-bauen}" = stil ] && pakete=("${STIL[@]}")
 
 fehlend=()

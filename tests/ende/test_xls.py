@@ -45,6 +45,11 @@ for skript in (test_hauptaufgabe, test_muell, test_umformen, test_zweite_tabelle
     skript.mdbtools = xlsleser
 
 
+def schlicht(formattext):
+    """A number format without its quoting, which every program does in its own way."""
+    return "".join(c for c in formattext if c not in '\\"').lower()
+
+
 class MitHinweis:
     """Frame 2 advises against workbooks, and goes on."""
 
@@ -88,6 +93,9 @@ class ZweiteTabelle(MitHinweis, test_zweite_tabelle.ZweiteTabelle):
     test_abbrechen_in_jeder_phase = None
     test_abbrechen_in_der_nachbearbeitung = None
     test_mehrere_vorgaenge_und_dann_eine_andere_datenbank = None
+
+    def schluessel_genannt(self):
+        """A workbook has no key that could get lost."""
 
 
 class FremdeMappe(MitHinweis, gemeinsam.AmProgramm):
@@ -148,7 +156,8 @@ class FremdeMappe(MitHinweis, gemeinsam.AmProgramm):
             self.assertEqual(erwartet[6], neu[6].date())
             self.assertEqual(erwartet[7], float(neu[7]))
         formate = xlsleser.formate(self.datei, ziel)
-        self.assertEqual([self.FORMATE[1], self.FORMATE[4], self.FORMATE[5]], [formate[1], formate[6], formate[7]])
+        erwartet = [schlicht(f) for f in (self.FORMATE[1], self.FORMATE[4], self.FORMATE[5])]
+        self.assertEqual(erwartet, [schlicht(formate[s]) for s in (1, 6, 7)])
 
     def test_formate_bleiben(self):
         fern = self.programm()
@@ -191,13 +200,13 @@ class FremdeMappe(MitHinweis, gemeinsam.AmProgramm):
         fern.setzen("lstTabellen", ziel)
         fern.klicken("cmdTabelleUmbenennen")
         fern.warten("meldung")
-        fern.druecken("OK", text="Fertig")
+        fern.druecken("OK", eingabe="Fertig")
         self.assertEqual(["Kunden$", "Rechnung$", "Fertig"], fern.lesen("lstTabellen")["eintraege"])
         self.ziel_pruefen("Fertig")
         fern.setzen("lstTabellen", "Rechnung$")
         fern.klicken("cmdTabelleUmbenennen")
         fern.warten("meldung")
-        fern.druecken("OK", text="Summe")
+        fern.druecken("OK", eingabe="Summe")
         self.assertEqual(["Kunden$", "Summe$", "Fertig"], fern.lesen("lstTabellen")["eintraege"])
         fern.setzen("lstTabellen", "Fertig")
         fern.klicken("cmdTabelleLöschen")
