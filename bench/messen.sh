@@ -9,6 +9,7 @@ groessen=${1:-10000 100000 1000000}
 schwellen=${2:-0.73 0.62 0.5}
 ziel=$hier/ergebnisse
 
+"$hier/../skripte/installieren.sh" messen
 [ -f "$bauort/build.ninja" ] || cmake -G Ninja -S "$hier/.." -B "$bauort" -DCMAKE_BUILD_TYPE=Release >/dev/null
 ninja -C "$bauort" bench_vergleich >/dev/null
 programm=$bauort/bin/bench_vergleich

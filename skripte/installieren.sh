@@ -7,7 +7,7 @@ set -euo pipefail
 
 BAUEN=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl1-mesa-dev libsqlite3-dev libgsf-1-dev pkg-config
        qt6-translations-l10n libqt6svg6 fonts-liberation python3 mdbtools)
-PRUEFEN=(libgtest-dev libgmock-dev libbenchmark-dev clang-14 libclang-rt-14-dev cmark-gfm appstream
+PRUEFEN=(libgtest-dev libgmock-dev clang-14 libclang-rt-14-dev cmark-gfm appstream
          desktop-file-utils python3-dbfread dbview shapelib python3-xlrd python3-xlwt
          gnumeric libreoffice-calc-nogui)
 MESSEN=(python3-levenshtein)
