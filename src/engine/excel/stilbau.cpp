@@ -123,8 +123,12 @@ int Stilbau::mitFormat(int nummer, const QString& text) {
     const int benutzt = mappe_.biff8() ? kXfBenutzt8 : kXfBenutzt5;
     setzen<quint16>(xf, kXfFormat, quint16(format));
     setzen<quint8>(xf, benutzt, u8(xf, benutzt) | kEigenesFormat);
-    for (int i = 0; i < anzahl_; ++i)
-        if (mappe_.globale()[xfSatz(i)].daten == xf) return i;
+    int i = 0;
+    for (const Satz& satz : mappe_.globale()) {
+        if (satz.typ != kXf) continue;
+        if (satz.daten == xf) return i;
+        ++i;
+    }
     if (anzahl_ >= kMaxFormate)
         throw EngineFehler(kSystemgrenze, QStringLiteral("Die Arbeitsmappe nimmt keine weiteren Zellformate auf. "
                                                          "Entfernen Sie in Excel nicht gebrauchte Formate."));

@@ -1,6 +1,7 @@
 // An .xls workbook as the engine uses it.
 #include "engine/excel/xlsdatei.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStorageInfo>
@@ -31,6 +32,19 @@ QByteArray dateiLesen(const QString& pfad) {
 
 [[noreturn]] void nichtBearbeitbar(const QString& text) {
     throw EngineFehler(kSystemgrenze, text);
+}
+
+// Excel and LibreOffice leave a file beside a workbook that they have open, or had when they crashed.
+void sperrdateiPruefen(const QString& pfad) {
+    const QFileInfo ziel(QFileInfo(pfad).canonicalFilePath());
+    for (const QString& muster : {QStringLiteral("~$%1"), QStringLiteral(".~lock.%1#")}) {
+        const QString name = muster.arg(ziel.fileName());
+        if (!ziel.dir().exists(name)) continue;
+        throw EngineFehler(kDateiGesperrt,
+                           QStringLiteral("Die Arbeitsmappe '%1' ist in einem anderen Programm geöffnet. Schließen Sie "
+                                          "sie dort. Ist sie nirgends mehr geöffnet, dann löschen Sie die Datei '%2'.")
+                               .arg(ziel.fileName(), name));
+    }
 }
 
 // A workbook of Excel 2 to 4 is a bare stream.
@@ -135,6 +149,7 @@ void zurueckgelesenPruefen(const QString& pfad, const Behaelter& soll) {
 
 XlsDatei::XlsDatei(QString pfad) : pfad_(std::move(pfad)) {
     laden();
+    sperrdateiPruefen(pfad_);
     engine::schreibbarkeitPruefen(pfad_);
 }
 
@@ -182,6 +197,7 @@ std::unique_ptr<engine::Zeilenquelle> XlsDatei::zeilenLesen(const QString& tabel
 
 engine::Hinweise XlsDatei::anwenden(const std::vector<engine::Aenderung>& aenderungen) {
     unveraendertPruefen();
+    sperrdateiPruefen(pfad_);
     Behaelter behaelter(dateiLesen(pfad_));
     behaelterPruefen(behaelter);
     engine::Hinweise hinweise;

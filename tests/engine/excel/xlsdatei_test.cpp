@@ -109,6 +109,19 @@ TEST_F(ExcelDatei, FremdeAenderungWirdNichtUeberschrieben) {
     EXPECT_EQ(bytesVon(pfad), fremd);
 }
 
+TEST_F(ExcelDatei, AnderswoGeoeffnetIstGesperrt) {
+    const QString pfad = kopie("SimpleMultiCell.xls");
+    for (const QString& name : QStringList{"~$SimpleMultiCell.xls", ".~lock.SimpleMultiCell.xls#"}) {
+        excel::XlsDatei mappe(pfad);
+        QFile sperre(QDir(ordner.path()).filePath(name));
+        ASSERT_TRUE(sperre.open(QIODevice::WriteOnly));
+        sperre.close();
+        EXPECT_EQ(proben::fehlerVon([&] { excel::XlsDatei x(pfad); }), kDateiGesperrt);
+        EXPECT_EQ(proben::fehlerVon([&] { mappe.anwenden({kleine("Neu")}); }), kDateiGesperrt);
+        ASSERT_TRUE(sperre.remove());
+    }
+}
+
 TEST_F(ExcelDatei, EinFehlerInDerFolgeLaesstDieDateiWieSieIst) {
     const QString pfad = kopie("SimpleMultiCell.xls");
     const QByteArray vorher = bytesVon(pfad);
