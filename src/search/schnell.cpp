@@ -34,7 +34,8 @@ constexpr size_t kMeistesImVorrat = 200000;  // beyond it a new block begins wit
 constexpr qint64 kSchritteJeAtempause = 20000;
 constexpr size_t kKleinerBlock = 48;  // rows; below it every pair is looked at
 constexpr qint64 kZellenJeTafel = 24 << 20;
-constexpr int kStichprobe = 1500;      // pairs looked at to put the stages in order
+constexpr size_t kKleinsteProbe = 200;  // pairs looked at to put the stages in order
+constexpr size_t kGroessteProbe = 20000;
 constexpr qint64 kVerbundJeZeile = 8;  // pairs of a join that a row is worth
 constexpr qint64 kVerbundAnfang = 1 << 16;
 constexpr size_t kTrefferImSpeicher = 4 << 20;
@@ -89,8 +90,10 @@ class Lauf {
         schritte_ += anzahl;
         if (schritte_ < kSchritteJeAtempause) return true;
         schritte_ = 0;
-        gemeldet_ += entschieden_;
-        return empfang_.atempause(std::exchange(entschieden_, 0));
+        const qint64 paare = std::max<qint64>(entschieden_, 0);
+        entschieden_ -= paare;
+        gemeldet_ += paare;
+        return empfang_.atempause(paare);
     }
 
     // Pairs decided; they count once, though they may be looked at for several windows of hits.
@@ -98,12 +101,18 @@ class Lauf {
         if (ersterGang_) entschieden_ += paare;
     }
 
+    // A hit counts as decided only when it is told.
+    void gefunden(qint32 i, qint32 j) {
+        entschieden(-1);
+        treffer_.eintragen(i, j);
+    }
+
     // --- a small block ---
 
     bool jedesPaar() {
         for (size_t i = 0; i < block_.zeilen; ++i) {
             for (size_t j = i + 1; j < block_.zeilen; ++j)
-                if (moeglich(i, j) && erreicht(i, j)) treffer_.eintragen(qint32(i), qint32(j));
+                if (moeglich(i, j) && erreicht(i, j)) gefunden(qint32(i), qint32(j));
             entschieden(qint64(block_.zeilen - 1 - i));
             if (!schritte(qint64(block_.zeilen))) return false;
         }
@@ -220,14 +229,19 @@ class Lauf {
         return verbund;
     }
 
-    // Stages that part most first: each time the one that brings most of the pairs of a sample nearer to
-    // their end. Stages with many values come behind those with few.
-    bool stufenOrdnen() {
+    // Some pairs of rows: what they could still gain at most, and what each stage takes from that.
+    struct Probe {
+        std::vector<int> rest;
+        std::vector<std::vector<int>> verluste;  // by stage
+    };
+
+    bool probeZiehen(Probe& probe) {
         std::minstd_rand zufall(1);
         std::uniform_int_distribution<size_t> zeile(0, block_.zeilen - 1);
-        std::vector<std::vector<int>> verluste(stufen_.size(), std::vector<int>(kStichprobe));
-        std::vector<int> rest(kStichprobe);
-        for (size_t p = 0; p < size_t(kStichprobe); ++p) {
+        const size_t anzahl = std::clamp<size_t>(2 * block_.zeilen, kKleinsteProbe, kGroessteProbe);
+        probe.rest.assign(anzahl, 0);
+        probe.verluste.assign(stufen_.size(), std::vector<int>(anzahl));
+        for (size_t p = 0; p < anzahl; ++p) {
             const size_t i = zeile(zufall);
             const size_t j = zeile(zufall);
             for (size_t k = 0; k < stufen_.size(); ++k) {
@@ -235,29 +249,47 @@ class Lauf {
                 const int b = stufen_[k].werte()[j];
                 if (a == 0 || b == 0) continue;
                 const int bestens = std::min(stufen_[k].bestens(a), stufen_[k].bestens(b));
-                rest[p] += bestens;
-                verluste[k][p] = bestens - stufen_[k].gewinn(a, b);
+                probe.rest[p] += bestens;
+                probe.verluste[k][p] = bestens - stufen_[k].gewinn(a, b);
             }
             for (const Verbund& verbund : verbuende_)
                 if (verbund.stufe.werte()[i] != 0 && verbund.stufe.werte()[j] != 0)
-                    rest[p] += verbund.stufe.mindestens();
+                    probe.rest[p] += verbund.stufe.mindestens();
             if (!schritte(qint64(stufen_.size()))) return false;
         }
+        return true;
+    }
+
+    // How much of what the pairs of the sample have left a stage takes; of pairs that have nothing left, how
+    // much it takes at all.
+    static std::pair<qint64, qint64> nutzen(const std::vector<int>& verluste, const std::vector<int>& rest) {
+        constexpr qint64 kGanz = 1024;
+        std::pair<qint64, qint64> nutzen;
+        for (size_t p = 0; p < rest.size(); ++p)
+            if (rest[p] < 0)
+                nutzen.second += verluste[p];
+            else
+                nutzen.first += kGanz * std::min(verluste[p], rest[p] + 1) / (rest[p] + 1);
+        return nutzen;
+    }
+
+    // The stage that takes most from the pairs of a sample comes first, then the one that takes most of what
+    // is left. Stages with many values come behind those with few.
+    bool stufenOrdnen() {
+        Probe probe;
+        if (!probeZiehen(probe)) return false;
         const int wenige = int(8 * std::sqrt(double(block_.zeilen)));
         std::vector<Stufe> geordnet;
         std::vector<bool> vergeben(stufen_.size());
         for (size_t n = 0; n < stufen_.size(); ++n) {
-            std::tuple<bool, qint64, size_t> beste{false, -1, 0};
-            for (size_t k = 0; k < stufen_.size(); ++k) {
-                if (vergeben[k]) continue;
-                qint64 nutzen = 0;
-                for (size_t p = 0; p < size_t(kStichprobe); ++p)
-                    nutzen += std::min(verluste[k][p], std::max(rest[p], 0) + 1);
-                beste = std::max(beste, {stufen_[k].anzahl() <= wenige, nutzen, k});
-            }
+            std::tuple<bool, std::pair<qint64, qint64>, size_t> beste{false, {-1, 0}, 0};
+            for (size_t k = 0; k < stufen_.size(); ++k)
+                if (!vergeben[k])
+                    beste = std::max(
+                        beste, {stufen_[k].anzahl() <= wenige, nutzen(probe.verluste[k], probe.rest), k});
             const size_t k = std::get<2>(beste);
             vergeben[k] = true;
-            for (size_t p = 0; p < size_t(kStichprobe); ++p) rest[p] -= verluste[k][p];
+            for (size_t p = 0; p < probe.rest.size(); ++p) probe.rest[p] -= probe.verluste[k][p];
             geordnet.push_back(std::move(stufen_[k]));
         }
         stufen_ = std::move(geordnet);
@@ -356,7 +388,7 @@ class Lauf {
         if (summe < 0) return;
         const size_t i = size_t(zeilen_[p]);
         const size_t j = size_t(zeilen_[q]);
-        if (erreicht(std::min(i, j), std::max(i, j))) treffer_.eintragen(qint32(i), qint32(j));
+        if (erreicht(std::min(i, j), std::max(i, j))) gefunden(qint32(i), qint32(j));
     }
 
     // Whether the rows have a word in common at a stage that was left out.
@@ -413,11 +445,14 @@ class Lauf {
                 if (!werteDurchgehen(k, teil, wert, andere, summe, noetig)) return false;
             if (k == 0) {
                 const qint64 n = teil.zeilen();
-                entschieden(selbst ? n * (n - 1) / 2 + n * (b.bis - teil.bis) : n * b.zeilen());
+                zweigEntschieden(selbst ? n * (n - 1) / 2 + n * (b.bis - teil.bis) : n * b.zeilen());
             }
         }
         return true;
     }
+
+    // All pairs of a branch; those that were compared one by one have been counted.
+    void zweigEntschieden(qint64 paare) { entschieden(paare - std::exchange(imZweig_, 0)); }
 
     // A range of rows alike in stage `k` as well against all values of another range.
     bool werteDurchgehen(size_t k, Bereich a, int wert, Bereich b, int summe, int noetig) {
@@ -470,13 +505,16 @@ class Lauf {
         for (int p = von; p < a.bis; ++p) {
             const qint32 i = zeilen_[size_t(p)];
             if (selbst && i >= treffer_.zeilengrenze()) break;
+            const qint64 paare = selbst ? a.bis - p - 1 : b.zeilen();
+            entschieden(paare);
+            imZweig_ += paare;
             for (int q = selbst ? p + 1 : b.von; q < b.bis; ++q) {
                 const qint32 j = zeilen_[size_t(q)];
                 if (verbunden(size_t(p), size_t(q))) continue;
                 if (sicher || erreichtWieZuvor(size_t(std::min(i, j)), size_t(std::max(i, j))))
-                    treffer_.eintragen(i, j);
+                    gefunden(i, j);
             }
-            if (!schritte(selbst ? a.bis - p : b.zeilen())) return false;
+            if (!schritte(paare + 1)) return false;
         }
         return true;
     }
@@ -503,7 +541,8 @@ class Lauf {
         for (size_t n = 0; n < treffer_.anzahl() && gewollt_; ++n) {
             if (!schritte(8)) return false;
             const Treffersammlung::Treffer treffer = treffer_.treffer(n);
-            gewollt_ = empfang_.treffer(treffer.i, treffer.j) && ++gefunden_ < empfang_.hoechstens;
+            ++entschieden_;
+            gewollt_ = empfang_.treffer(treffer.i, treffer.j) && ++erzaehlt_ < empfang_.hoechstens;
         }
         return true;
     }
@@ -528,8 +567,9 @@ class Lauf {
     qint64 schritte_ = 0;
     qint64 entschieden_ = 0;  // pairs since the last report
     qint64 gemeldet_ = 0;
+    qint64 imZweig_ = 0;  // pairs that were compared one by one since the last branch of the first stage
     bool ersterGang_ = true;
-    size_t gefunden_ = 0;
+    size_t erzaehlt_ = 0;
     bool gewollt_ = true;
 };
 
