@@ -132,8 +132,10 @@ std::optional<Vorgangsbuch> buchFuehren(const std::vector<Gruppenschritt>& schri
     std::vector<Buchung> buchungen;
     for (size_t i = 0; i < schritte.size(); ++i) {
         const QString neu = schritte[i].neu.pfad();
-        buchungen.push_back(
-            {nameVon(schritte[i].ziel), nameVon(alte[i]), neu.isEmpty() ? 0 : dateistandLesen(neu).knoten});
+        struct stat angaben {};
+        if (!neu.isEmpty() && ::lstat(roh(neu).constData(), &angaben) != 0)
+            systemfehler(schritte[i].ziel, QStringLiteral("ersetzt"));
+        buchungen.push_back({nameVon(schritte[i].ziel), nameVon(alte[i]), quint64(angaben.st_ino)});
     }
     return std::optional<Vorgangsbuch>(std::in_place, ordner, buchungen);
 }
