@@ -108,7 +108,8 @@ class FremdeMappe(MitHinweis, gemeinsam.AmProgramm):
         super().setUp()
         self.datei = self.ordner / "kunden.xls"
         self.zeilen = [
-            [f"Müller {i % 7}", 1067 + i * 991, f"Ort {i % 5}", f"Lange Straße {i}", datetime.date(1950 + i, 3, 1 + i), 1.5 * i]
+            [f"Müller {i % 7}", 1067 + i * 991, f"Ort {i % 5}", f"Lange Straße {i}", datetime.date(1950 + i, 3, 1 + i),
+             1.5 * i]  # fmt: skip
             for i in range(20)
         ]
         self.mappe_bauen()
@@ -149,7 +150,8 @@ class FremdeMappe(MitHinweis, gemeinsam.AmProgramm):
         return ziel
 
     def ziel_pruefen(self, ziel):
-        self.assertEqual(self.KOPF[:4] + ["Weg", "Nr"] + self.KOPF[4:], [f["name"] for f in xlsleser.felder(self.datei, ziel)])
+        namen = [f["name"] for f in xlsleser.felder(self.datei, ziel)]
+        self.assertEqual(self.KOPF[:4] + ["Weg", "Nr"] + self.KOPF[4:], namen)
         for alt, neu in zip(self.zeilen, xlsleser.zeilen(self.datei, ziel), strict=True):
             erwartet = alt[:4] + ["Lange Straße", alt[3].split()[-1]] + alt[4:]
             self.assertEqual(erwartet[:6], neu[:4] + [neu[4], str(neu[5])])
@@ -178,8 +180,8 @@ class FremdeMappe(MitHinweis, gemeinsam.AmProgramm):
         fern.__exit__()
         neu = self.ordner / "neu"
         subprocess.run(
-            ["soffice", f"-env:UserInstallation=file://{self.ordner}/lo", "--headless", "--convert-to", "xls:MS Excel 97",
-             "--outdir", neu, self.datei], check=True, capture_output=True, timeout=300)  # fmt: skip
+            ["soffice", f"-env:UserInstallation=file://{self.ordner}/lo", "--headless", "--convert-to",
+             "xls:MS Excel 97", "--outdir", neu, self.datei], check=True, capture_output=True, timeout=300)  # fmt: skip
         shutil.copy(neu / self.datei.name, self.datei)
         self.ziel_pruefen(erstes)
         fern = self.programm()

@@ -97,7 +97,8 @@ def json_wert(v):
 def auftrag(op, *args):
     """One operation of the test bench."""
     zeile = json.dumps({"id": 1, "op": op, "args": [str(a) if isinstance(a, pathlib.Path) else a for a in args]})
-    antwort = json.loads(subprocess.run([PRUEFSTAND], input=zeile + "\n", capture_output=True, text=True, check=True).stdout)
+    lauf = subprocess.run([PRUEFSTAND], input=zeile + "\n", capture_output=True, text=True, check=True)
+    antwort = json.loads(lauf.stdout)
     assert "error" not in antwort, antwort["error"]
     return antwort["result"]
 

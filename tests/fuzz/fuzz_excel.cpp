@@ -1,4 +1,5 @@
-// Fuzz target: any bytes as a workbook stream must end in success or in an EngineFehler; so must any container.
+// Fuzz target: any bytes as a workbook stream must end in success or in an EngineFehler; so must any
+// container.
 #include <cstddef>
 #include <cstdint>
 

@@ -58,7 +58,8 @@ Database::Zustand& Database::offen() const {
     return *z_;
 }
 
-std::shared_ptr<TableDef> Database::tabelleAusDatei(const engine::TabellenDef& def, const QDateTime& dateizeit) {
+std::shared_ptr<TableDef> Database::tabelleAusDatei(const engine::TabellenDef& def,
+                                                    const QDateTime& dateizeit) {
     auto tabelle = std::shared_ptr<TableDef>(new TableDef(this));
     tabelle->name_ = def.name;
     tabelle->attribute_ = def.attribute;

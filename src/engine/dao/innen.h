@@ -68,7 +68,8 @@ struct Database::Zustand {
     dao::Relations relationen{nullptr};
     engine::Hinweise oeffnungshinweise;
     std::vector<QString> inDatei;  // the names of the tables in the file, in its order
-    std::vector<std::shared_ptr<TableDef>> ausgetragene;  // left the list by a save; kept for who still holds them
+    std::vector<std::shared_ptr<TableDef>>
+        ausgetragene;  // left the list by a save; kept for who still holds them
 
     std::optional<Tabellenstand> vorher;      // set while a transaction is open
     std::map<qint64, qint64> vorherNaechste;  // with it: the next row id of each table in the store

@@ -151,8 +151,9 @@ void Database::gesichertMerken() {
     katalogUebernehmen();
 }
 
-// Tables that the file names otherwise than the session (a workbook lists a sheet without a range as "Name$"), or
-// that went with another one, leave the list; what the file has beyond it enters in the file's order.
+// Tables that the file names otherwise than the session (a workbook lists a sheet without a range as
+// "Name$"), or that went with another one, leave the list; what the file has beyond it enters in the file's
+// order.
 void Database::katalogUebernehmen() {
     engine::Katalog katalog;
     try {

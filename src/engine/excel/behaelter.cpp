@@ -21,8 +21,8 @@ class Mithoeren {
   public:
     Mithoeren() {
         for (size_t i = 0; i < std::size(kBereiche); ++i)
-            griffe_[i] = g_log_set_handler(kBereiche[i], GLogLevelFlags(G_LOG_LEVEL_MASK | G_LOG_FLAG_RECURSION),
-                                           zaehlen, &anzahl_);
+            griffe_[i] = g_log_set_handler(
+                kBereiche[i], GLogLevelFlags(G_LOG_LEVEL_MASK | G_LOG_FLAG_RECURSION), zaehlen, &anzahl_);
     }
     ~Mithoeren() {
         for (size_t i = 0; i < std::size(kBereiche); ++i) g_log_remove_handler(kBereiche[i], griffe_[i]);
@@ -32,7 +32,9 @@ class Mithoeren {
     int anzahl() const { return anzahl_; }
 
   private:
-    static void zaehlen(const gchar*, GLogLevelFlags, const gchar*, gpointer anzahl) { ++*static_cast<int*>(anzahl); }
+    static void zaehlen(const gchar*, GLogLevelFlags, const gchar*, gpointer anzahl) {
+        ++*static_cast<int*>(anzahl);
+    }
     static constexpr const char* kBereiche[] = {"libgsf:msole", "libgsf"};
     guint griffe_[std::size(kBereiche)] = {};
     int anzahl_ = 0;
@@ -58,21 +60,24 @@ QByteArray klasseVon(GsfInfile* speicher) {
 }
 
 [[noreturn]] void unlesbar() {
-    throw EngineFehler(kBeschaedigt, QStringLiteral("Die Datei ist beschädigt. Öffnen Sie sie in Excel, und speichern "
-                                                    "Sie sie dort unter einem neuen Namen."));
+    throw EngineFehler(kBeschaedigt,
+                       QStringLiteral("Die Datei ist beschädigt. Öffnen Sie sie in Excel, und speichern "
+                                      "Sie sie dort unter einem neuen Namen."));
 }
 
 QByteArray stromLesen(GsfInput* strom, qsizetype dateigroesse) {
     const gsf_off_t groesse = gsf_input_size(strom);
     if (groesse < 0 || groesse > dateigroesse) unlesbar();
     QByteArray bytes(qsizetype(groesse), Qt::Uninitialized);
-    if (groesse > 0 && !gsf_input_read(strom, size_t(groesse), reinterpret_cast<guint8*>(bytes.data()))) unlesbar();
+    if (groesse > 0 && !gsf_input_read(strom, size_t(groesse), reinterpret_cast<guint8*>(bytes.data())))
+        unlesbar();
     return bytes;
 }
 
 class Leser {
   public:
-    Leser(std::vector<Behaeltereintrag>& ziel, qsizetype dateigroesse) : ziel_(ziel), dateigroesse_(dateigroesse) {}
+    Leser(std::vector<Behaeltereintrag>& ziel, qsizetype dateigroesse)
+        : ziel_(ziel), dateigroesse_(dateigroesse) {}
     void speicherLesen(GsfInfile* speicher, const QByteArray& pfad, int tiefe) {
         if (tiefe > kMaxTiefe) unlesbar();
         const int anzahl = gsf_infile_num_children(speicher);
@@ -116,8 +121,8 @@ void klasseSetzen(GsfOutfile* speicher, const QByteArray& klasse) {
 }
 
 // Writes the entries from `i` on that lie in the storage `pfad`.
-void speicherSchreiben(GsfOutfile* speicher, const QByteArray& pfad, const std::vector<Behaeltereintrag>& eintraege,
-                       size_t& i) {
+void speicherSchreiben(GsfOutfile* speicher, const QByteArray& pfad,
+                       const std::vector<Behaeltereintrag>& eintraege, size_t& i) {
     while (i < eintraege.size() && eintraege[i].pfad.startsWith(pfad)) {
         const Behaeltereintrag& e = eintraege[i++];
         const QByteArray name = e.pfad.sliced(pfad.size()).chopped(1);
@@ -150,9 +155,10 @@ Behaelter::Behaelter(const QByteArray& datei) {
     const Griff<GsfInfile> wurzel(gsf_infile_msole_new(eingabe.get(), &fehler));
     g_clear_error(&fehler);
     if (!wurzel)
-        throw EngineFehler(kDateiNichtLesbar,
-                           QStringLiteral("Die Datei ist keine Arbeitsmappe von Microsoft Excel, oder sie ist "
-                                          "beschädigt."));
+        throw EngineFehler(
+            kDateiNichtLesbar,
+            QStringLiteral("Die Datei ist keine Arbeitsmappe von Microsoft Excel, oder sie ist "
+                           "beschädigt."));
     wurzelklasse_ = klasseVon(wurzel.get());
     Leser(eintraege_, datei.size()).speicherLesen(wurzel.get(), {}, 0);
     vollstaendig_ = log.anzahl() == 0 && verzeichniseintraege(datei) == int(eintraege_.size());
@@ -177,8 +183,9 @@ QByteArray Behaelter::bytes() const {
         if (!gsf_output_close(GSF_OUTPUT(wurzel.get())) || i != eintraege_.size()) nichtGeschrieben();
     }
     if (log.anzahl() > 0) nichtGeschrieben();
-    return QByteArray(reinterpret_cast<const char*>(gsf_output_memory_get_bytes(GSF_OUTPUT_MEMORY(ausgabe.get()))),
-                      qsizetype(gsf_output_size(ausgabe.get())));
+    return QByteArray(
+        reinterpret_cast<const char*>(gsf_output_memory_get_bytes(GSF_OUTPUT_MEMORY(ausgabe.get()))),
+        qsizetype(gsf_output_size(ausgabe.get())));
 }
 
 }  // namespace excel

@@ -9,9 +9,9 @@ namespace excel {
 
 // One entry of a compound file; a storage has no bytes.
 struct Behaeltereintrag {
-    QByteArray pfad;     // UTF-8, the storages' names with a NUL behind each
+    QByteArray pfad;  // UTF-8, the storages' names with a NUL behind each
     bool speicher = false;
-    QByteArray klasse;   // class id of a storage
+    QByteArray klasse;  // class id of a storage
     QByteArray bytes;
     bool operator==(const Behaeltereintrag&) const = default;
     // In the root storage, letters of either case.
@@ -20,8 +20,8 @@ struct Behaeltereintrag {
 
 class Behaelter {
   public:
-    // Raises kDateiNichtLesbar for bytes that are no compound file and kBeschaedigt for one with an unreadable
-    // stream.
+    // Raises kDateiNichtLesbar for bytes that are no compound file and kBeschaedigt for one with an
+    // unreadable stream.
     explicit Behaelter(const QByteArray& datei);
     const std::vector<Behaeltereintrag>& eintraege() const { return eintraege_; }
     std::vector<Behaeltereintrag>& eintraege() { return eintraege_; }

@@ -67,8 +67,8 @@ Definition definitionLesen(const Mappe& mappe, const Verweisliste& liste, const 
                            : mappe.codeseite().lesen(teil(daten, kNamenskopf, laenge));
     d.formel = daten.mid(d.formelort, formellaenge);
     d.bereich = mappe.biff8() ? bereichLesen8(liste, d.formel, d.eintrag) : bereichLesen5(d.formel);
-    if (d.bereich && (size_t(d.bereich->blatt) >= mappe.blaetter().size() || d.bereich->zeile1 > d.bereich->zeile2 ||
-                      d.bereich->spalte1 > d.bereich->spalte2))
+    if (d.bereich && (size_t(d.bereich->blatt) >= mappe.blaetter().size() ||
+                      d.bereich->zeile1 > d.bereich->zeile2 || d.bereich->spalte1 > d.bereich->spalte2))
         d.bereich.reset();
     return d;
 }

@@ -1,4 +1,5 @@
-// What formulas and names mean by a sheet: SUPBOOK and EXTERNSHEET (BIFF8), sheet numbers in the tokens (BIFF5).
+// What formulas and names mean by a sheet: SUPBOOK and EXTERNSHEET (BIFF8), sheet numbers in the tokens
+// (BIFF5).
 #pragma once
 
 #include <optional>
@@ -22,14 +23,14 @@ struct Bereich {
     }
 };
 
-inline constexpr quint16 kWeg = 0xFFFF;          // a sheet that was deleted
-inline constexpr quint16 kKeinBlatt = 0xFFFE;    // from here on: no sheet number
+inline constexpr quint16 kWeg = 0xFFFF;        // a sheet that was deleted
+inline constexpr quint16 kKeinBlatt = 0xFFFE;  // from here on: no sheet number
 
 // EXTERNSHEET of a BIFF8 workbook: which sheets its entries mean.
 class Verweisliste {
   public:
     struct Eintrag {
-        quint16 mappe = 0;   // number of the SUPBOOK
+        quint16 mappe = 0;  // number of the SUPBOOK
         quint16 erstes = 0;
         quint16 letztes = 0;
     };
@@ -47,13 +48,13 @@ class Verweisliste {
 
 // A defined name.
 struct Definition {
-    size_t satz = 0;         // its NAME among the globals
+    size_t satz = 0;  // its NAME among the globals
     quint16 bits = 0;
     QString text;
-    int blatt = 0;           // 0: the whole workbook; else a sheet's position + 1
+    int blatt = 0;  // 0: the whole workbook; else a sheet's position + 1
     QByteArray formel;
-    qsizetype formelort = 0;   // place of the tokens in the record
-    int eintrag = -1;          // BIFF8: the EXTERNSHEET entry that its one area or cell means
+    qsizetype formelort = 0;         // place of the tokens in the record
+    int eintrag = -1;                // BIFF8: the EXTERNSHEET entry that its one area or cell means
     std::optional<Bereich> bereich;  // set when it means one area or cell of a sheet that is there
 
     bool verborgen() const { return bits & 0x0001; }

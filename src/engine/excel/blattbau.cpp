@@ -49,8 +49,9 @@ QString deutsch(qint64 zahl) {
 struct Spalte {
     QString name;
     int xf = 0;
-    int xfDatum = -1, xfZeit = -1, xfDatumZeit = -1;  // instead of `xf` for dates without a format of their own
-    int nullen = 0;                                   // a text of this many digits is a number shown with zeros
+    int xfDatum = -1, xfZeit = -1,
+        xfDatumZeit = -1;  // instead of `xf` for dates without a format of their own
+    int nullen = 0;        // a text of this many digits is a number shown with zeros
 };
 
 class Bau {
@@ -59,9 +60,10 @@ class Bau {
         : mappe_(mappe), def_(def), stile_(mappe), datum1904_(mappe.datum1904()) {
         if (mappe.biff8()) texte_.emplace(mappe);
         if (def.felder.size() > size_t(kMaxSpalten))
-            passtNicht(QStringLiteral("Die Tabelle '%1' hat mehr als 256 Felder; mehr Spalten hat ein Tabellenblatt "
-                                      "von Excel nicht. Verwenden Sie eine Access-Datenbank.")
-                           .arg(def.name));
+            passtNicht(
+                QStringLiteral("Die Tabelle '%1' hat mehr als 256 Felder; mehr Spalten hat ein Tabellenblatt "
+                               "von Excel nicht. Verwenden Sie eine Access-Datenbank.")
+                    .arg(def.name));
         zeilenzahlPruefen(def.zeilen);
     }
 
@@ -70,7 +72,8 @@ class Bau {
         strom_ = mappe_.biff8() ? kBof8 : kBof5;
         const qsizetype masse = strom_.size();
         strom_.append(mappe_.biff8() ? kSatzkopf + 14 : kSatzkopf + 10, '\0');
-        for (size_t i = 0; i < def_.felder.size(); ++i) text(int(i), stile_.allgemein(), kopfzelle(def_.felder[i]));
+        for (size_t i = 0; i < def_.felder.size(); ++i)
+            text(int(i), stile_.allgemein(), kopfzelle(def_.felder[i]));
         for (engine::Zeile zeile; quelle.naechste(zeile);) {
             zeilenzahlPruefen(++zeile_);
             for (size_t i = 0; i < zeile.size() && i < spalten_.size(); ++i) zelle(int(i), zeile[i]);
@@ -87,9 +90,10 @@ class Bau {
   private:
     void zeilenzahlPruefen(qint64 zeilen) const {
         if (zeilen < mappe_.maxZeilen()) return;
-        const QString rat = mappe_.biff8()
-                                ? QStringLiteral("Verwenden Sie eine Access-Datenbank, oder teilen Sie die Tabelle auf.")
-                                : QStringLiteral("Speichern Sie die Arbeitsmappe im Format von Excel 97-2003.");
+        const QString rat =
+            mappe_.biff8()
+                ? QStringLiteral("Verwenden Sie eine Access-Datenbank, oder teilen Sie die Tabelle auf.")
+                : QStringLiteral("Speichern Sie die Arbeitsmappe im Format von Excel 97-2003.");
         passtNicht(QStringLiteral("Die Tabelle '%1' passt nicht in die Arbeitsmappe: Ein Tabellenblatt nimmt "
                                   "höchstens %2 Datensätze auf. %3")
                        .arg(def_.name, deutsch(mappe_.maxZeilen() - 1), rat));
@@ -159,7 +163,8 @@ class Bau {
             boolerr(spalte, xf, kFehlerZahl, true);
             return;
         }
-        const bool ganz = wert > -kRkGrenze && wert < kRkGrenze && wert == std::trunc(wert) && !std::signbit(wert);
+        const bool ganz =
+            wert > -kRkGrenze && wert < kRkGrenze && wert == std::trunc(wert) && !std::signbit(wert);
         kopf(ganz ? kRk : kNumber, ganz ? 4 : 8, spalte, xf);
         if (ganz)
             anhaengen<quint32>(strom_, quint32(qint32(wert)) << 2 | 2);
@@ -173,8 +178,9 @@ class Bau {
     }
 
     [[noreturn]] void zuLang(int spalte, int grenze, const QString& rat) const {
-        passtNicht(QStringLiteral("Ein Text im Feld '%1' der Tabelle '%2' passt nicht in die Arbeitsmappe: Eine Zelle "
-                                  "nimmt höchstens %3 Zeichen auf. %4")
+        passtNicht(QStringLiteral(
+                       "Ein Text im Feld '%1' der Tabelle '%2' passt nicht in die Arbeitsmappe: Eine Zelle "
+                       "nimmt höchstens %3 Zeichen auf. %4")
                        .arg(spalten_[size_t(spalte)].name, def_.name, deutsch(grenze), rat));
     }
 
@@ -185,7 +191,8 @@ class Bau {
             return;
         }
         if (text.size() > kMaxText8)
-            zuLang(spalte, kMaxText8, QStringLiteral("Kürzen Sie den Text, oder verwenden Sie eine Access-Datenbank."));
+            zuLang(spalte, kMaxText8,
+                   QStringLiteral("Kürzen Sie den Text, oder verwenden Sie eine Access-Datenbank."));
         if (const auto nummer = texte_->nummer(text)) {
             kopf(kLabelsst, 4, spalte, xf);
             anhaengen<quint32>(strom_, *nummer);
@@ -193,8 +200,9 @@ class Bau {
         }
         const QByteArray bytes = zeichenBytes8(text);
         if (kZellkopf + 2 + bytes.size() > mappe_.maxSatz())
-            zuLang(spalte, 4000, QStringLiteral("Speichern Sie die Arbeitsmappe in Excel neu; ihre Texttafel ist "
-                                                "beschädigt."));
+            zuLang(spalte, 4000,
+                   QStringLiteral("Speichern Sie die Arbeitsmappe in Excel neu; ihre Texttafel ist "
+                                  "beschädigt."));
         kopf(kLabel, int(2 + bytes.size()), spalte, xf);
         anhaengen<quint16>(strom_, quint16(text.size()));
         strom_ += bytes;
@@ -204,12 +212,14 @@ class Bau {
         const auto bytes = mappe_.codeseite().schreiben(text);
         const bool ascii = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x80; });
         if (!bytes || (stile_.fremdeSchrift() && !ascii))
-            passtNicht(QStringLiteral("Der Text '%1' im Feld '%2' der Tabelle '%3' enthält Zeichen, die es in dieser "
-                                      "Arbeitsmappe von Excel 5/95 nicht gibt. Speichern Sie die Arbeitsmappe im "
-                                      "Format von Excel 97-2003.")
+            passtNicht(QStringLiteral(
+                           "Der Text '%1' im Feld '%2' der Tabelle '%3' enthält Zeichen, die es in dieser "
+                           "Arbeitsmappe von Excel 5/95 nicht gibt. Speichern Sie die Arbeitsmappe im "
+                           "Format von Excel 97-2003.")
                            .arg(text.left(40), spalten_[size_t(spalte)].name, def_.name));
         if (bytes->size() > kMaxText5)
-            zuLang(spalte, kMaxText5, QStringLiteral("Speichern Sie die Arbeitsmappe im Format von Excel 97-2003."));
+            zuLang(spalte, kMaxText5,
+                   QStringLiteral("Speichern Sie die Arbeitsmappe im Format von Excel 97-2003."));
         kopf(kLabel, int(2 + bytes->size()), spalte, xf);
         anhaengen<quint16>(strom_, quint16(bytes->size()));
         strom_ += *bytes;
@@ -248,7 +258,8 @@ class Bau {
                 datum(spalte, wert.datumZeit());
                 return;
             case Wert::Art::Text: {
-                const auto hinterNullen = s.nullen > 0 ? zahlHinterNullen(wert.text(), s.nullen) : std::nullopt;
+                const auto hinterNullen =
+                    s.nullen > 0 ? zahlHinterNullen(wert.text(), s.nullen) : std::nullopt;
                 if (hinterNullen)
                     zahl(spalte, s.xf, *hinterNullen);
                 else
@@ -256,9 +267,10 @@ class Bau {
                 return;
             }
             case Wert::Art::Bytes:
-                passtNicht(QStringLiteral("Das Feld '%1' der Tabelle '%2' enthält Binärdaten, die eine Arbeitsmappe "
-                                          "nicht aufnimmt. Verwenden Sie eine Access-Datenbank.")
-                               .arg(s.name, def_.name));
+                passtNicht(
+                    QStringLiteral("Das Feld '%1' der Tabelle '%2' enthält Binärdaten, die eine Arbeitsmappe "
+                                   "nicht aufnimmt. Verwenden Sie eine Access-Datenbank.")
+                        .arg(s.name, def_.name));
         }
     }
 

@@ -10,13 +10,13 @@ namespace excel {
 
 struct Neublatt {
     QByteArray teilstrom;
-    int zeilen = 0;      // rows of the table, the header not counted
-    int zellen = 0;      // cells written, the header's among them
+    int zeilen = 0;  // rows of the table, the header not counted
+    int zellen = 0;  // cells written, the header's among them
 };
 
-// The texts and formats that the rows need enter the workbook; its sheets stay as they are. Null and "" give no
-// cell. Raises kSystemgrenze for what does not fit (rows, columns, long texts, characters that the code page
-// lacks, bytes); the workbook in memory is then of no use any more.
+// The texts and formats that the rows need enter the workbook; its sheets stay as they are. Null and "" give
+// no cell. Raises kSystemgrenze for what does not fit (rows, columns, long texts, characters that the code
+// page lacks, bytes); the workbook in memory is then of no use any more.
 Neublatt blattBauen(Mappe& mappe, const engine::TabellenDef& def, engine::Zeilenquelle& zeilen);
 
 }  // namespace excel

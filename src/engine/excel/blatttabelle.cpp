@@ -80,7 +80,8 @@ Sorte zahlsorte(Formatart art) {
 }
 
 void feldtypSetzen(engine::FeldDef& feld, Sorte sorte, bool lang) {
-    static constexpr int kTypen[] = {dao::dbDouble, dao::dbCurrency, dao::dbDate, dao::dbText, dao::dbBoolean};
+    static constexpr int kTypen[] = {dao::dbDouble, dao::dbCurrency, dao::dbDate, dao::dbText,
+                                     dao::dbBoolean};
     static constexpr int kGroessen[] = {8, 8, 8, dao::kMaxTextGroesse, 1};
     feld.typ = kTypen[sorte];
     feld.groesse = kGroessen[sorte];

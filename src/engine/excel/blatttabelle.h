@@ -24,6 +24,7 @@ struct Tabellenplan {
 Tabellenplan tabellenplan(const Arbeitsmappe& mappe, const Tabellenort& ort);
 
 // The rows below the header. What does not fit a column's type is Null; so are errors and empty texts.
-std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe, Tabellenplan plan);
+std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe,
+                                                     Tabellenplan plan);
 
 }  // namespace excel

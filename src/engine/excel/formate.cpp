@@ -16,7 +16,8 @@ bool zwischen(int n, int von, int bis) {
 }
 
 Formatangabe eingebaut(int nummer) {
-    if (zwischen(nummer, 14, 22) || zwischen(nummer, 27, 36) || zwischen(nummer, 45, 47) || zwischen(nummer, 50, 58))
+    if (zwischen(nummer, 14, 22) || zwischen(nummer, 27, 36) || zwischen(nummer, 45, 47) ||
+        zwischen(nummer, 50, 58))
         return {Formatart::Datum, 0};
     if (zwischen(nummer, 5, 8) || zwischen(nummer, 37, 44)) return {Formatart::Waehrung, 0};
     return {};
@@ -36,8 +37,8 @@ struct Geruest {
 };
 
 bool nenntWaehrung(QStringView text) {
-    static const QStringView zeichen[] = {u"€", u"$", u"£", u"¥", u"DM", u"Fr.", u"SFr", u"CHF", u"EUR", u"USD",
-                                          u"öS", u"kr", u"zł", u"Kč", u"Ft"};
+    static const QStringView zeichen[] = {u"€",   u"$",   u"£",  u"¥",  u"DM", u"Fr.", u"SFr", u"CHF",
+                                          u"EUR", u"USD", u"öS", u"kr", u"zł", u"Kč",  u"Ft"};
     return std::any_of(std::begin(zeichen), std::end(zeichen),
                        [&](QStringView z) { return text.contains(z); });
 }
@@ -117,7 +118,8 @@ Formate::Formate(const Mappe& mappe) {
             auto [nummer, text] = formatLesen(mappe, satz.daten);
             texte_[nummer] = text;
         }
-        if (satz.typ == kXf) nummern_.push_back(satz.daten.size() >= kXfFormat + 2 ? u16(satz.daten, kXfFormat) : 0);
+        if (satz.typ == kXf)
+            nummern_.push_back(satz.daten.size() >= kXfFormat + 2 ? u16(satz.daten, kXfFormat) : 0);
     }
     for (const int nummer : nummern_) angaben_.push_back(formatDeuten(nummer, text(nummer)));
 }

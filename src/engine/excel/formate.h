@@ -17,7 +17,8 @@ struct Formatangabe {
     int nullen = 0;  // Nullen: the number of digits at least shown
 };
 
-// The rule of the public readers, for the format's text; `nummer` decides for the built-in ones without a text.
+// The rule of the public readers, for the format's text; `nummer` decides for the built-in ones without a
+// text.
 Formatangabe formatDeuten(int nummer, const QString& text);
 
 // The formats of a workbook by the XF index of a cell.

@@ -71,9 +71,10 @@ int zeichengroesse(QByteArrayView f, qsizetype ab) {
 }
 
 [[noreturn]] void unverstanden() {
-    throw EngineFehler(kSystemgrenze,
-                       QStringLiteral("Ein Tabellenblatt dieser Arbeitsmappe von Excel 5/95 kann nicht gelöscht werden, "
-                                      "weil eine Formel nicht verstanden wird. Löschen Sie das Blatt in Excel."));
+    throw EngineFehler(
+        kSystemgrenze,
+        QStringLiteral("Ein Tabellenblatt dieser Arbeitsmappe von Excel 5/95 kann nicht gelöscht werden, "
+                       "weil eine Formel nicht verstanden wird. Löschen Sie das Blatt in Excel."));
 }
 
 bool istBlattverweis(quint8 zeichen) {
@@ -159,7 +160,8 @@ void formelnNachVerlust(Mappe& mappe, int weg) {
 void blattnamenErsetzen(Mappe& mappe, const QString& alt, const std::optional<QString>& neu) {
     for (size_t i = 0; i < mappe.globale().size(); ++i)
         if (mappe.globale()[i].typ == kExternsheet)
-            if (const auto daten = eintragErsetzt(mappe, mappe.globale()[i].daten, alt, neu)) mappe.daten(i) = *daten;
+            if (const auto daten = eintragErsetzt(mappe, mappe.globale()[i].daten, alt, neu))
+                mappe.daten(i) = *daten;
     for (Stueck& stueck : mappe.stuecke()) {
         Satzfolge folge(stueck.bytes);
         for (Satzsicht satz; folge.naechster(satz);) {
@@ -170,7 +172,8 @@ void blattnamenErsetzen(Mappe& mappe, const QString& alt, const std::optional<QS
             const qsizetype bisher = satz.daten.size();
             stueck.bytes.replace(ort + kSatzkopf, bisher, *daten);
             setzen<quint16>(stueck.bytes, ort + 2, quint16(daten->size()));
-            indexDehnen(stueck.bytes, stueck.ort, mappe.biff8(), ort + kSatzkopf + bisher, daten->size() - bisher);
+            indexDehnen(stueck.bytes, stueck.ort, mappe.biff8(), ort + kSatzkopf + bisher,
+                        daten->size() - bisher);
             folge = Satzfolge(stueck.bytes, ort + kSatzkopf + daten->size());
         }
     }

@@ -8,8 +8,9 @@
 
 namespace excel {
 
-// Reads the texts of BIFF8 with a 16-bit length, one behind the other, across the pieces that a record and its
-// CONTINUE records hold: a piece that begins within a text's characters begins with a flag byte of its own.
+// Reads the texts of BIFF8 with a 16-bit length, one behind the other, across the pieces that a record and
+// its CONTINUE records hold: a piece that begins within a text's characters begins with a flag byte of its
+// own.
 class Kettenleser {
   public:
     struct Stelle {
@@ -17,9 +18,9 @@ class Kettenleser {
         quint32 ort = 0;
     };
     struct Kopf {
-        int laenge = 0;       // in UTF-16 units
-        bool schlicht = true; // without runs and phonetic block
-        bool ganz = true;     // the bytes did not end within it
+        int laenge = 0;        // in UTF-16 units
+        bool schlicht = true;  // without runs and phonetic block
+        bool ganz = true;      // the bytes did not end within it
     };
     explicit Kettenleser(std::vector<QByteArrayView> stuecke) : stuecke_(std::move(stuecke)) {}
 

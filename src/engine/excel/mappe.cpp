@@ -32,14 +32,16 @@ void kopfPruefen(QByteArrayView strom) {
     if (!Satzfolge(strom).naechster(bof))
         nichtLesbar(QStringLiteral("Die Datei ist keine Arbeitsmappe von Microsoft Excel."));
     if (bof.typ == kBofBiff2 || bof.typ == kBofBiff3 || bof.typ == kBofBiff4)
-        nichtUnterstuetzt(QStringLiteral("Arbeitsblätter von Excel 2 bis 4 können nicht bearbeitet werden. Speichern Sie "
-                                   "die Tabelle in Excel im Format 'Microsoft Excel-Arbeitsmappe (*.xls)'."));
+        nichtUnterstuetzt(
+            QStringLiteral("Arbeitsblätter von Excel 2 bis 4 können nicht bearbeitet werden. Speichern Sie "
+                           "die Tabelle in Excel im Format 'Microsoft Excel-Arbeitsmappe (*.xls)'."));
     if (bof.typ != kBof || bof.daten.size() < 4)
         nichtLesbar(QStringLiteral("Die Datei ist keine Arbeitsmappe von Microsoft Excel."));
     const quint16 version = u16(bof.daten, 0);
     if ((version != kVersion5 && version != kVersion8) || u16(bof.daten, 2) != kArtGlobal)
-        nichtUnterstuetzt(QStringLiteral("Diese Art von Excel-Datei kann nicht bearbeitet werden. Speichern Sie die Tabelle "
-                                   "in Excel im Format 'Microsoft Excel-Arbeitsmappe (*.xls)'."));
+        nichtUnterstuetzt(QStringLiteral(
+            "Diese Art von Excel-Datei kann nicht bearbeitet werden. Speichern Sie die Tabelle "
+            "in Excel im Format 'Microsoft Excel-Arbeitsmappe (*.xls)'."));
 }
 
 }  // namespace
@@ -48,11 +50,12 @@ QByteArray namenBytes(const Mappe& mappe, const QString& name) {
     if (mappe.biff8()) return zeichenBytes8(name);
     const auto bytes = mappe.codeseite().schreiben(name);
     if (!bytes)
-        throw EngineFehler(kUngueltigerName,
-                           QStringLiteral("Der Name '%1' enthält Zeichen, die es in einer Arbeitsmappe von Excel 5/95 "
-                                          "nicht gibt. Wählen Sie einen anderen Namen, oder speichern Sie die Mappe im "
-                                          "Format von Excel 97-2003.")
-                               .arg(name));
+        throw EngineFehler(
+            kUngueltigerName,
+            QStringLiteral("Der Name '%1' enthält Zeichen, die es in einer Arbeitsmappe von Excel 5/95 "
+                           "nicht gibt. Wählen Sie einen anderen Namen, oder speichern Sie die Mappe im "
+                           "Format von Excel 97-2003.")
+                .arg(name));
     return *bytes;
 }
 
@@ -71,8 +74,9 @@ void Mappe::globaleLesen() {
     while (folge.naechster(satz) && (globalEnde_ < 0 || satz.ende() <= globalEnde_)) {
         // Looked for before the end is: encryption leaves nothing else to trust.
         if (satz.typ == kFilepass)
-            nichtUnterstuetzt(QStringLiteral("Die Arbeitsmappe ist verschlüsselt. Heben Sie in Excel das Kennwort zum "
-                                       "Öffnen und den Schutz der Arbeitsmappe auf, und speichern Sie sie neu."));
+            nichtUnterstuetzt(
+                QStringLiteral("Die Arbeitsmappe ist verschlüsselt. Heben Sie in Excel das Kennwort zum "
+                               "Öffnen und den Schutz der Arbeitsmappe auf, und speichern Sie sie neu."));
         if (globalEnde_ < 0) continue;
         if (satz.typ == kCodepage && satz.daten.size() >= 2) codeseitennummer_ = u16(satz.daten, 0);
         global_.push_back({satz.typ, satz.daten.toByteArray()});
@@ -139,16 +143,19 @@ QByteArrayView Mappe::teilstrom(const Blatt& blatt) const {
 
 QString Mappe::schreibhindernis() const {
     const QString neuSpeichern = QStringLiteral(
-        " Öffnen Sie sie in Excel, und speichern Sie sie im Format 'Microsoft Excel-Arbeitsmappe (*.xls)' neu.");
+        " Öffnen Sie sie in Excel, und speichern Sie sie im Format 'Microsoft Excel-Arbeitsmappe (*.xls)' "
+        "neu.");
     if (blaetter_.empty())
         return QStringLiteral("Die Arbeitsmappe ist beschädigt: Sie hat keine Blätter.") + neuSpeichern;
     if (!biff8_ && codeseitennummer_ == kUnicodeSeite)
-        return QStringLiteral("Diese Arbeitsmappe im Format von Excel 5/95 gibt für ihre Texte keine gültige "
-                              "Codeseite an und kann nicht geändert werden.") +
+        return QStringLiteral(
+                   "Diese Arbeitsmappe im Format von Excel 5/95 gibt für ihre Texte keine gültige "
+                   "Codeseite an und kann nicht geändert werden.") +
                neuSpeichern;
     for (const Blatt& blatt : blaetter_)
         if (blatt.stueck < 0 || blatt.name.isEmpty() || ueberlappt_)
-            return QStringLiteral("Die Arbeitsmappe ist beschädigt: Nicht alle ihre Blätter sind vorhanden.") +
+            return QStringLiteral(
+                       "Die Arbeitsmappe ist beschädigt: Nicht alle ihre Blätter sind vorhanden.") +
                    neuSpeichern;
     return {};
 }
@@ -201,8 +208,8 @@ void Mappe::blattAnhaengen(const QString& name, QByteArray teilstrom) {
     neu.satz = blaetter_.back().satz + 1;
     neu.stueck = letztes + 1;
     einfuegen(neu.satz, {kBoundsheet, boundsheet(0, Blattart::Tabelle, name)});
-    // In front of what lies behind the last sheet: that is padding or unlisted, and readers that walk the stream
-    // must not meet it first.
+    // In front of what lies behind the last sheet: that is padding or unlisted, and readers that walk the
+    // stream must not meet it first.
     stuecke_.insert(stuecke_.begin() + neu.stueck, {-1, std::move(teilstrom)});
     blaetter_.push_back(neu);
 }
@@ -232,7 +239,8 @@ QByteArray Mappe::bytes() const {
         groesse += stueck.bytes.size();
     }
     for (const Blatt& blatt : blaetter_)
-        if (blatt.stueck >= 0) setzen<quint32>(global[blatt.satz].daten, 0, quint32(neu[size_t(blatt.stueck)]));
+        if (blatt.stueck >= 0)
+            setzen<quint32>(global[blatt.satz].daten, 0, quint32(neu[size_t(blatt.stueck)]));
     QByteArray strom;
     strom.reserve(groesse);
     for (const Satz& satz : global) {

@@ -17,7 +17,7 @@ struct Satz {
 
 // Bytes behind the globals: a sheet's substream, or what lies between and behind them.
 struct Stueck {
-    qsizetype ort = -1;      // where it stood in the stream that was read; -1 for a new one
+    qsizetype ort = -1;  // where it stood in the stream that was read; -1 for a new one
     QByteArray bytes;
 };
 
@@ -27,11 +27,12 @@ struct Blatt {
     QString name;
     quint8 sichtbarkeit = 0;  // 0 visible, 1 hidden, 2 very hidden
     Blattart art = Blattart::Tabelle;
-    size_t satz = 0;          // its BOUNDSHEET among the globals
-    int stueck = -1;          // its substream; -1 where the workbook gives no sound place for it
+    size_t satz = 0;  // its BOUNDSHEET among the globals
+    int stueck = -1;  // its substream; -1 where the workbook gives no sound place for it
 };
 
-// Holds the bytes it was made of. Everything that changes it is a change in memory; `bytes` gives the new stream.
+// Holds the bytes it was made of. Everything that changes it is a change in memory; `bytes` gives the new
+// stream.
 class Mappe {
   public:
     // Raises kDateiNichtLesbar for what is no workbook, kSystemgrenze for one older than Excel 5 and for an
@@ -93,8 +94,8 @@ class Mappe {
     bool ueberlappt_ = false;
 };
 
-// Name text as NAME, BOUNDSHEET and EXTERNSHEET keep it, without its length: flag byte and characters in BIFF8,
-// bytes of the code page in BIFF5. Raises kUngueltigerName where the code page lacks a character.
+// Name text as NAME, BOUNDSHEET and EXTERNSHEET keep it, without its length: flag byte and characters in
+// BIFF8, bytes of the code page in BIFF5. Raises kUngueltigerName where the code page lacks a character.
 QByteArray namenBytes(const Mappe& mappe, const QString& name);
 
 }  // namespace excel

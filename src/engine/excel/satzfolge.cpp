@@ -7,9 +7,10 @@
 namespace excel {
 
 void beschaedigt() {
-    throw EngineFehler(kBeschaedigt,
-                       QStringLiteral("Die Arbeitsmappe ist beschädigt. Öffnen Sie sie in dem Programm, mit dem "
-                                      "sie erstellt wurde, und speichern Sie sie dort neu."));
+    throw EngineFehler(
+        kBeschaedigt,
+        QStringLiteral("Die Arbeitsmappe ist beschädigt. Öffnen Sie sie in dem Programm, mit dem "
+                       "sie erstellt wurde, und speichern Sie sie dort neu."));
 }
 
 bool Satzfolge::naechster(Satzsicht& satz) {

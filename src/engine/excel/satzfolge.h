@@ -9,7 +9,7 @@ namespace excel {
 
 struct Satzsicht {
     quint16 typ = 0;
-    qsizetype ort = 0;    // of its header in the stream
+    qsizetype ort = 0;  // of its header in the stream
     QByteArrayView daten;
     qsizetype ende() const { return ort + kSatzkopf + daten.size(); }
 };

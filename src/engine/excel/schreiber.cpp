@@ -18,18 +18,20 @@ QString ohneDollar(const QString& name) {
 }
 
 [[noreturn]] void nameBelegt(const QString& name) {
-    throw EngineFehler(kNameVorhanden,
-                       QStringLiteral("In der Arbeitsmappe gibt es schon ein Blatt oder einen Bereich mit dem Namen "
-                                      "'%1'. Wählen Sie einen anderen Namen.")
-                           .arg(name));
+    throw EngineFehler(
+        kNameVorhanden,
+        QStringLiteral("In der Arbeitsmappe gibt es schon ein Blatt oder einen Bereich mit dem Namen "
+                       "'%1'. Wählen Sie einen anderen Namen.")
+            .arg(name));
 }
 
 void nameVerlangen(const QString& name) {
     if (blattnameErlaubt(name)) return;
-    throw EngineFehler(kUngueltigerName,
-                       QStringLiteral("'%1' ist kein gültiger Name für ein Tabellenblatt. Wählen Sie einen mit 1 bis 31 "
-                                      "Zeichen ohne : \\ / ? * [ ] und $.")
-                           .arg(name));
+    throw EngineFehler(
+        kUngueltigerName,
+        QStringLiteral("'%1' ist kein gültiger Name für ein Tabellenblatt. Wählen Sie einen mit 1 bis 31 "
+                       "Zeichen ohne : \\ / ? * [ ] und $.")
+            .arg(name));
 }
 
 // The dead name of this text, whose place a new one takes; null if there is none.
@@ -50,18 +52,21 @@ bool istGeschuetzt(const Mappe& mappe) {
 }  // namespace
 
 Schreiber::Schreiber(Mappe& mappe) : mappe_(mappe), textindex_(mappe) {
-    if (const QString grund = mappe.schreibhindernis(); !grund.isEmpty()) throw EngineFehler(kSystemgrenze, grund);
+    if (const QString grund = mappe.schreibhindernis(); !grund.isEmpty())
+        throw EngineFehler(kSystemgrenze, grund);
     if (istGeschuetzt(mappe))
-        hinweise_.push_back(QStringLiteral("Der Aufbau der Arbeitsmappe ist geschützt. Die Tabellenblätter wurden "
-                                           "trotzdem geändert; der Schutz besteht weiter."));
+        hinweise_.push_back(
+            QStringLiteral("Der Aufbau der Arbeitsmappe ist geschützt. Die Tabellenblätter wurden "
+                           "trotzdem geändert; der Schutz besteht weiter."));
 }
 
 Tabellenort Schreiber::finden(const QString& name) const {
     const auto tabellen = tabellenSuchen(mappe_, Texttafel(mappe_), definitionenLesen(mappe_));
     const Tabellenort* ort = tabelleFinden(tabellen, name);
     if (!ort)
-        throw EngineFehler(kNichtGefunden,
-                           QStringLiteral("Die Tabelle '%1' ist in der Arbeitsmappe nicht vorhanden.").arg(name));
+        throw EngineFehler(
+            kNichtGefunden,
+            QStringLiteral("Die Tabelle '%1' ist in der Arbeitsmappe nicht vorhanden.").arg(name));
     return *ort;
 }
 
@@ -70,8 +75,8 @@ void Schreiber::blattnameFrei(const QString& name, int selbst) const {
         if (int(i) != selbst && namenGleich(mappe_.blaetter()[i].name, name)) nameBelegt(name);
 }
 
-// The name for the range of a sheet: its own, as far as it is one that Excel takes; another one when a live name
-// has it. `bisher` is the name that the range has now.
+// The name for the range of a sheet: its own, as far as it is one that Excel takes; another one when a live
+// name has it. `bisher` is the name that the range has now.
 QString Schreiber::bereichsnameFuer(const QString& blatt, const QString& bisher) const {
     const auto alle = definitionenLesen(mappe_);
     const auto belegt = [&](const QString& text) {
@@ -87,10 +92,12 @@ QString Schreiber::bereichsnameFuer(const QString& blatt, const QString& bisher)
 }
 
 void Schreiber::hinweisenAuf(const engine::TabellenDef& def) {
-    if (std::any_of(def.indexe.begin(), def.indexe.end(), [](const engine::IndexDef& i) { return i.primaer; }))
-        hinweise_.push_back(QStringLiteral("Die Tabelle '%1' wurde ohne ihren Primärschlüssel gespeichert, da "
-                                           "Arbeitsmappen keine Schlüssel kennen.")
-                                .arg(def.name));
+    if (std::any_of(def.indexe.begin(), def.indexe.end(),
+                    [](const engine::IndexDef& i) { return i.primaer; }))
+        hinweise_.push_back(
+            QStringLiteral("Die Tabelle '%1' wurde ohne ihren Primärschlüssel gespeichert, da "
+                           "Arbeitsmappen keine Schlüssel kennen.")
+                .arg(def.name));
 }
 
 void Schreiber::anlegen(const engine::TabellenDef& def, engine::Zeilenquelle& zeilen) {
@@ -105,21 +112,23 @@ void Schreiber::anlegen(const engine::TabellenDef& def, engine::Zeilenquelle& ze
     auto alle = definitionenLesen(mappe_);
     const Definition* alt = verwaister(mappe_, alle, bereich);
     // An entry of the deleted sheet: formulas that pointed to the earlier table mean the new one.
-    const int eintrag = blattVerweisen(mappe_, blatt, alt && mappe_.biff8() && alt->formel.size() == 11 ? alt->eintrag : -1);
+    const int eintrag =
+        blattVerweisen(mappe_, blatt, alt && mappe_.biff8() && alt->formel.size() == 11 ? alt->eintrag : -1);
     alle = definitionenLesen(mappe_);
     const auto stelle = std::find_if(alle.begin(), alle.end(), [&](const Definition& d) {
         return d.blatt == 0 && !d.istEingebaut() && d.formelort > 0 && namenGleich(d.text, bereich);
     });
-    namenEintragen(mappe_, bereich, {blatt, 0, neu.zeilen, 0, std::max(0, int(def.felder.size()) - 1)}, eintrag,
-                   stelle == alle.end() ? -1 : int(stelle->satz));
+    namenEintragen(mappe_, bereich, {blatt, 0, neu.zeilen, 0, std::max(0, int(def.felder.size()) - 1)},
+                   eintrag, stelle == alle.end() ? -1 : int(stelle->satz));
     zellen_[def.name] = neu.zellen;
     hinweisenAuf(def);
 }
 
 void Schreiber::blattLoeschen(int blatt) {
     if (mappe_.blaetter().size() < 2)
-        throw EngineFehler(kSystemgrenze, QStringLiteral("Das letzte Blatt einer Arbeitsmappe kann nicht gelöscht "
-                                                         "werden. Legen Sie in Excel zuerst ein anderes an."));
+        throw EngineFehler(kSystemgrenze,
+                           QStringLiteral("Das letzte Blatt einer Arbeitsmappe kann nicht gelöscht "
+                                          "werden. Legen Sie in Excel zuerst ein anderes an."));
     const QString name = mappe_.blaetter()[size_t(blatt)].name;
     mappe_.blattEntfernen(size_t(blatt));
     if (!mappe_.biff8()) {
@@ -165,8 +174,9 @@ void Schreiber::umbenennen(const QString& alt, const QString& neu) {
 void Schreiber::abschliessen() {
     const auto& blaetter = mappe_.blaetter();
     if (std::none_of(blaetter.begin(), blaetter.end(), [](const Blatt& b) { return b.sichtbarkeit == 0; }))
-        throw EngineFehler(kSystemgrenze, QStringLiteral("Das letzte sichtbare Blatt einer Arbeitsmappe kann nicht "
-                                                         "gelöscht werden. Blenden Sie in Excel ein anderes ein."));
+        throw EngineFehler(kSystemgrenze,
+                           QStringLiteral("Das letzte sichtbare Blatt einer Arbeitsmappe kann nicht "
+                                          "gelöscht werden. Blenden Sie in Excel ein anderes ein."));
     if (blattGeloescht_) fensterRichten(mappe_);
     if (texteGeaendert_) textverweiseZaehlen(mappe_);
     textindex_.erneuern(mappe_, texteGeaendert_);

@@ -14,8 +14,8 @@ class Schreiber {
   public:
     explicit Schreiber(Mappe& mappe);
 
-    // A sheet of the name, and a name for all of its cells. Raises kNameVorhanden when a sheet or a live name of
-    // the workbook is called so, kUngueltigerName, and kSystemgrenze for what does not fit.
+    // A sheet of the name, and a name for all of its cells. Raises kNameVorhanden when a sheet or a live name
+    // of the workbook is called so, kUngueltigerName, and kSystemgrenze for what does not fit.
     void anlegen(const engine::TabellenDef& def, engine::Zeilenquelle& zeilen);
     // The sheet, with the name that covers it left dead; of a range only the name, its cells stay. Raises
     // kNichtGefunden, and kSystemgrenze for the last sheet of a workbook.
@@ -44,8 +44,8 @@ class Schreiber {
     engine::Hinweise hinweise_;
 };
 
-// Whether a new table could be called so beside what is no table in the workbook: other sheets, and names that
-// mean something else.
+// Whether a new table could be called so beside what is no table in the workbook: other sheets, and names
+// that mean something else.
 bool nameFreiNebenAnderem(const Mappe& mappe, const std::vector<Definition>& definitionen,
                           const std::vector<Tabellenort>& tabellen, const QString& name);
 

@@ -7,9 +7,9 @@
 namespace excel {
 
 struct Spalteneigenes {
-    int nummer = 0;    // of the number format
-    QString format;    // its text; empty for a built-in one without a text
-    QString kopf;      // the header cell, where the field's name is not it
+    int nummer = 0;  // of the number format
+    QString format;  // its text; empty for a built-in one without a text
+    QString kopf;    // the header cell, where the field's name is not it
     bool operator==(const Spalteneigenes&) const = default;
 };
 

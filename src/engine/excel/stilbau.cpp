@@ -13,12 +13,12 @@ namespace excel {
 namespace {
 
 constexpr int kMaxFormate = 4000;
-constexpr int kVorgabe = 15;           // the cell format of cells without one
+constexpr int kVorgabe = 15;  // the cell format of cells without one
 constexpr int kErstesEigenesFormat = 164;
 constexpr quint16 kStilvorlage = 0x0004;
 constexpr quint8 kEigenesFormat = 0x04;
-constexpr int kZeichensatz = 12;       // in FONT
-constexpr int kFehlendeSchrift = 4;    // there is no font of this number
+constexpr int kZeichensatz = 12;     // in FONT
+constexpr int kFehlendeSchrift = 4;  // there is no font of this number
 enum Xfort { kXfSchrift = 0, kXfFormat = 2, kXfBits = 4, kXfBenutzt5 = 7, kXfBenutzt8 = 9 };
 
 constexpr int kPruefAnzahl = 14;  // in XFCRC
@@ -65,12 +65,14 @@ Stilbau::Stilbau(Mappe& mappe) : mappe_(mappe), anzahl_(xfAnzahl(mappe)), allgem
         }
     }
     if (allgemein_ < 0)
-        throw EngineFehler(kSystemgrenze,
-                           QStringLiteral("Die Arbeitsmappe hat keine Zellformate und kann nicht geändert werden. "
-                                          "Öffnen Sie sie in Excel, und speichern Sie sie neu."));
+        throw EngineFehler(
+            kSystemgrenze,
+            QStringLiteral("Die Arbeitsmappe hat keine Zellformate und kann nicht geändert werden. "
+                           "Öffnen Sie sie in Excel, und speichern Sie sie neu."));
     fremdeSchrift_ = !eigeneSchrift(mappe.globale()[xfSatz(allgemein_)].daten);
     const size_t summe = mappe.suchen(kXfcrc);
-    pruefsummeStimmt_ = summe < mappe.globale().size() && mappe.globale()[summe].daten.size() >= kPruefsumme + 4 &&
+    pruefsummeStimmt_ = summe < mappe.globale().size() &&
+                        mappe.globale()[summe].daten.size() >= kPruefsumme + 4 &&
                         u16(mappe.globale()[summe].daten, kPruefAnzahl) == anzahl_ &&
                         u32(mappe.globale()[summe].daten, kPruefsumme) == pruefsumme(mappe);
 }
@@ -130,8 +132,9 @@ int Stilbau::mitFormat(int nummer, const QString& text) {
         ++i;
     }
     if (anzahl_ >= kMaxFormate)
-        throw EngineFehler(kSystemgrenze, QStringLiteral("Die Arbeitsmappe nimmt keine weiteren Zellformate auf. "
-                                                         "Entfernen Sie in Excel nicht gebrauchte Formate."));
+        throw EngineFehler(kSystemgrenze,
+                           QStringLiteral("Die Arbeitsmappe nimmt keine weiteren Zellformate auf. "
+                                          "Entfernen Sie in Excel nicht gebrauchte Formate."));
     mappe_.einfuegen(mappe_.hinterLetztem(kXf, 0), {kXf, xf});
     return anzahl_++;
 }

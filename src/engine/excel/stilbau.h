@@ -14,8 +14,8 @@ class Stilbau {
     explicit Stilbau(Mappe& mappe);
     // The format of plain cells.
     int allgemein() const { return allgemein_; }
-    // The plain format with another number format: a built-in number, or the text of one. Raises kSystemgrenze
-    // when the workbook takes no more formats.
+    // The plain format with another number format: a built-in number, or the text of one. Raises
+    // kSystemgrenze when the workbook takes no more formats.
     int mitFormat(int nummer, const QString& text = {});
     // True when bytes above 7F would be shown in another character set (BIFF5).
     bool fremdeSchrift() const { return fremdeSchrift_; }

@@ -20,7 +20,8 @@ bool istDialog(QByteArrayView teilstrom) {
     for (Satzsicht satz; folge.naechster(satz);) {
         if (satz.typ == kBof) ++tiefe;
         if (satz.typ == kEof && --tiefe <= 0) return false;
-        if (tiefe == 1 && satz.typ == kWsbool && satz.daten.size() >= 2) return u16(satz.daten, 0) & kDialogblatt;
+        if (tiefe == 1 && satz.typ == kWsbool && satz.daten.size() >= 2)
+            return u16(satz.daten, 0) & kDialogblatt;
         if (satz.typ == kDimensions) return false;
     }
     return false;
@@ -33,8 +34,8 @@ bool nurZiffern(QStringView text) {
 // The sheet's name, its form as a name of a range, or that with a number behind it.
 bool gehoertZu(const QString& bereich, const QString& blatt) {
     const QString form = bereichsname(blatt);
-    return namenGleich(bereich, blatt) ||
-           (bereich.startsWith(form, Qt::CaseInsensitive) && nurZiffern(QStringView(bereich).sliced(form.size())));
+    return namenGleich(bereich, blatt) || (bereich.startsWith(form, Qt::CaseInsensitive) &&
+                                           nurZiffern(QStringView(bereich).sliced(form.size())));
 }
 
 }  // namespace
@@ -45,8 +46,8 @@ bool istTabellenblatt(const Mappe& mappe, const Blatt& blatt) {
 }
 
 bool istTabellenname(const Mappe& mappe, const Definition& d) {
-    return d.bereich && d.blatt == 0 && !d.verborgen() && !d.istEingebaut() && !d.istMakro() && !d.text.isEmpty() &&
-           istTabellenblatt(mappe, mappe.blaetter()[size_t(d.bereich->blatt)]);
+    return d.bereich && d.blatt == 0 && !d.verborgen() && !d.istEingebaut() && !d.istMakro() &&
+           !d.text.isEmpty() && istTabellenblatt(mappe, mappe.blaetter()[size_t(d.bereich->blatt)]);
 }
 
 namespace {

@@ -12,7 +12,7 @@ namespace excel {
 
 // What the catalogue lists: a sheet, a range with a name, or both in one.
 struct Tabellenort {
-    QString name;           // as the catalogue lists it: "Blatt$", "Bereich", or "Blatt" for both in one
+    QString name;  // as the catalogue lists it: "Blatt$", "Bereich", or "Blatt" for both in one
     int blatt = 0;
     std::optional<size_t> definition;  // the name among the workbook's; none for a plain sheet
     std::optional<Bereich> bereich;    // of a range that is not the whole sheet; else its used cells count

@@ -21,9 +21,10 @@ constexpr quint32 kHoechstensEimer = 128;
 // Behind the last record that may stand in front of an SST.
 size_t sstPlatz(const Mappe& mappe) {
     size_t ort = mappe.blaetter().back().satz + 1;
-    for (const quint16 typ : {quint16(kCountry), quint16(kSupbook), quint16(kExternname), quint16(kXct), quint16(kCrn),
-                              quint16(kExternsheet), quint16(kName), quint16(0x0893), quint16(kNamecmt),
-                              quint16(0x0898), quint16(kRecalcid), quint16(0x0866), quint16(kMsodrawinggroup)})
+    for (const quint16 typ :
+         {quint16(kCountry), quint16(kSupbook), quint16(kExternname), quint16(kXct), quint16(kCrn),
+          quint16(kExternsheet), quint16(kName), quint16(0x0893), quint16(kNamecmt), quint16(0x0898),
+          quint16(kRecalcid), quint16(0x0866), quint16(kMsodrawinggroup)})
         ort = std::max(ort, mappe.hinterLetztem(typ, 0));
     return ort;
 }
@@ -40,7 +41,8 @@ quint32 benutzt(const Mappe& mappe) {
     for (const Stueck& stueck : mappe.stuecke()) {
         Satzfolge folge(stueck.bytes);
         for (Satzsicht satz; folge.naechster(satz);)
-            if (satz.typ == kLabelsst && satz.daten.size() >= 10) grenze = std::max(grenze, u32(satz.daten, 6) + 1);
+            if (satz.typ == kLabelsst && satz.daten.size() >= 10)
+                grenze = std::max(grenze, u32(satz.daten, 6) + 1);
     }
     return grenze;
 }

@@ -11,8 +11,8 @@ namespace excel {
 
 class Texttafel {
   public:
-    // Reads to the end of the data; the counts of the record are not trusted. An absent SST is an empty table.
-    // The workbook must outlive it unchanged.
+    // Reads to the end of the data; the counts of the record are not trusted. An absent SST is an empty
+    // table. The workbook must outlive it unchanged.
     explicit Texttafel(const Mappe& mappe);
     quint32 anzahl() const { return quint32(eintraege_.size()); }
     // A number beyond the table gives "".

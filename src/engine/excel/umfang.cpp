@@ -28,11 +28,13 @@ void erweitern(std::optional<Bereich>& b, int blatt, int zeile, int spalte) {
 
 }  // namespace
 
-Umfang umfangVon(const Mappe& mappe, const Texttafel& texte, int blatt, const std::optional<Bereich>& grenze) {
+Umfang umfangVon(const Mappe& mappe, const Texttafel& texte, int blatt,
+                 const std::optional<Bereich>& grenze) {
     Umfang umfang;
     Zellenleser leser(mappe.teilstrom(mappe.blaetter()[size_t(blatt)]), mappe.biff8(), mappe.codeseite());
     int letzte = 0;
-    // Without a border the header is the first row that turns up, which is the first one where rows are in order.
+    // Without a border the header is the first row that turns up, which is the first one where rows are in
+    // order.
     for (Zelle z; leser.naechste(z);) {
         const int zeile = z.zeile;
         if (zeile < letzte) umfang.geordnet = false;

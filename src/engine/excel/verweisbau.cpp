@@ -46,7 +46,8 @@ void listeSchreiben(Mappe& mappe, const Verweisliste& liste) {
         ort = hinterMappen(mappe);
         mappe.einfuegen(ort, {kExternsheet, {}});
     }
-    while (ort + 1 < mappe.globale().size() && mappe.globale()[ort + 1].typ == kContinue) mappe.entfernen(ort + 1);
+    while (ort + 1 < mappe.globale().size() && mappe.globale()[ort + 1].typ == kContinue)
+        mappe.entfernen(ort + 1);
     mappe.daten(ort) = stuecke.front();
     for (size_t i = 1; i < stuecke.size(); ++i) mappe.einfuegen(ort + i, {kContinue, stuecke[i]});
 }
@@ -91,11 +92,12 @@ int blattVerweisen8(Mappe& mappe, int blatt, int vorhanden) {
     return vorhanden;
 }
 
-// Where names and references begin in a workbook that has none yet: they stand in front of its window settings.
+// Where names and references begin in a workbook that has none yet: they stand in front of its window
+// settings.
 size_t vorFenster(const Mappe& mappe) {
     size_t ort = mappe.globale().size();
-    for (const quint16 typ : {quint16(kName), quint16(kWindowprotect), quint16(kProtect), quint16(kPassword),
-                              quint16(kWindow1)})
+    for (const quint16 typ :
+         {quint16(kName), quint16(kWindowprotect), quint16(kProtect), quint16(kPassword), quint16(kWindow1)})
         ort = std::min(ort, mappe.suchen(typ));
     return ort < mappe.globale().size() ? ort : mappe.blaetter().front().satz;
 }
@@ -110,7 +112,8 @@ int blattVerweisen5(Mappe& mappe, int blatt) {
     QByteArray daten(1, char(name.size()));
     daten.append('\x03').append(name);
     const auto& saetze = mappe.globale();
-    const int bisher = int(std::count_if(saetze.begin(), saetze.end(), [](const Satz& s) { return s.typ == kExternsheet; }));
+    const int bisher =
+        int(std::count_if(saetze.begin(), saetze.end(), [](const Satz& s) { return s.typ == kExternsheet; }));
     mappe.einfuegen(mappe.hinterLetztem(kExternsheet, zahl + 1), {kExternsheet, daten});
     setzen<quint16>(mappe.daten(zahl), 0, quint16(bisher + 1));
     return bisher + 1;
@@ -232,14 +235,15 @@ void blattVergessen(Mappe& mappe, int blatt) {
         for (const int ort : {kFensterAktiv, kFensterErstes}) {
             const int nummer = u16(mappe.globale()[i].daten, ort);
             const bool letztes = nummer == blatt && size_t(blatt) >= mappe.blaetter().size();
-            if (nummer > blatt || letztes) setzen<quint16>(mappe.daten(i), ort, quint16(std::max(0, nummer - 1)));
+            if (nummer > blatt || letztes)
+                setzen<quint16>(mappe.daten(i), ort, quint16(std::max(0, nummer - 1)));
         }
     }
 }
 
 void namenEintragen(Mappe& mappe, const QString& text, const Bereich& bereich, int eintrag, int alt) {
-    const QByteArray daten = namenssatz(mappe, QByteArray(kNamenskopf, '\0'), text,
-                                        bereichsformel(mappe, bereich, eintrag), {});
+    const QByteArray daten =
+        namenssatz(mappe, QByteArray(kNamenskopf, '\0'), text, bereichsformel(mappe, bereich, eintrag), {});
     if (alt >= 0)
         mappe.daten(size_t(alt)) = daten;
     else
@@ -249,7 +253,8 @@ void namenEintragen(Mappe& mappe, const QString& text, const Bereich& bereich, i
 void namenUmbenennen(Mappe& mappe, size_t satz, const QString& text) {
     const QByteArray daten = mappe.globale()[satz].daten;
     const auto alle = definitionenLesen(mappe);
-    const auto d = std::find_if(alle.begin(), alle.end(), [&](const Definition& x) { return x.satz == satz; });
+    const auto d =
+        std::find_if(alle.begin(), alle.end(), [&](const Definition& x) { return x.satz == satz; });
     if (d == alle.end() || d->formelort == 0) beschaedigt();
     mappe.daten(satz) = namenssatz(mappe, daten.first(kNamenskopf), text, d->formel,
                                    daten.sliced(d->formelort + d->formel.size()));
@@ -265,7 +270,8 @@ void namenToeten(Mappe& mappe, const Definition& d) {
 QString freierName(const Mappe& mappe, const QString& stamm) {
     const auto alle = definitionenLesen(mappe);
     const auto frei = [&](const QString& name) {
-        return std::none_of(alle.begin(), alle.end(), [&](const Definition& d) { return namenGleich(d.text, name); });
+        return std::none_of(alle.begin(), alle.end(),
+                            [&](const Definition& d) { return namenGleich(d.text, name); });
     };
     if (frei(stamm)) return stamm;
     for (int n = 1;; ++n)
@@ -283,9 +289,11 @@ void fensterRichten(Mappe& mappe) {
             if (!sichtbar(mappe, u16(mappe.globale()[i].daten, ort)))
                 setzen<quint16>(mappe.daten(i), ort, quint16(erstes));
         const size_t aktiv = u16(mappe.globale()[i].daten, kFensterAktiv);
-        if (!(fensterbits(mappe, aktiv) & kBlattGewaehlt)) fensterbits(mappe, aktiv, kBlattGewaehlt | kBlattGezeigt);
+        if (!(fensterbits(mappe, aktiv) & kBlattGewaehlt))
+            fensterbits(mappe, aktiv, kBlattGewaehlt | kBlattGezeigt);
     }
-    for (size_t b = 0; b < mappe.blaetter().size(); ++b) gewaehlt += (fensterbits(mappe, b) & kBlattGewaehlt) != 0;
+    for (size_t b = 0; b < mappe.blaetter().size(); ++b)
+        gewaehlt += (fensterbits(mappe, b) & kBlattGewaehlt) != 0;
     for (size_t i = 0; i < mappe.globale().size(); ++i)
         if (mappe.globale()[i].typ == kWindow1 && mappe.globale()[i].daten.size() >= kFensterGroesse)
             setzen<quint16>(mappe.daten(i), kFensterGewaehlt, std::max<quint16>(1, gewaehlt));

@@ -5,9 +5,9 @@
 
 namespace excel {
 
-// An added sheet enters the counts and gets an entry that formulas can name it by. `vorhanden`: an EXTERNSHEET
-// entry (BIFF8) that meant a deleted sheet and now means this one. Returns the entry that the sheet's NAME uses:
-// in BIFF8 its position from 0, in BIFF5 from 1.
+// An added sheet enters the counts and gets an entry that formulas can name it by. `vorhanden`: an
+// EXTERNSHEET entry (BIFF8) that meant a deleted sheet and now means this one. Returns the entry that the
+// sheet's NAME uses: in BIFF8 its position from 0, in BIFF5 from 1.
 int blattVerweisen(Mappe& mappe, int blatt, int vorhanden = -1);
 
 // The sheet `blatt` is gone (its BOUNDSHEET, too): references to it are dead, later sheets count one less.
@@ -21,8 +21,8 @@ struct Blattpaar {
 };
 Blattpaar nachVerlust(Blattpaar paar, int weg);
 
-// A name over the rows and columns of a sheet from A1 on. `eintrag` as `blattVerweisen` gives it. Overwrites the
-// NAME record `alt` (a dead one) or makes a new one behind the last.
+// A name over the rows and columns of a sheet from A1 on. `eintrag` as `blattVerweisen` gives it. Overwrites
+// the NAME record `alt` (a dead one) or makes a new one behind the last.
 void namenEintragen(Mappe& mappe, const QString& text, const Bereich& bereich, int eintrag, int alt = -1);
 
 // Gives the NAME record another text; its formula and position stay.

@@ -40,16 +40,18 @@ void sperrdateiPruefen(const QString& pfad) {
     for (const QString& muster : {QStringLiteral("~$%1"), QStringLiteral(".~lock.%1#")}) {
         const QString name = muster.arg(ziel.fileName());
         if (!ziel.dir().exists(name)) continue;
-        throw EngineFehler(kDateiGesperrt,
-                           QStringLiteral("Die Arbeitsmappe '%1' ist in einem anderen Programm geöffnet. Schließen Sie "
-                                          "sie dort. Ist sie nirgends mehr geöffnet, dann löschen Sie die Datei '%2'.")
-                               .arg(ziel.fileName(), name));
+        throw EngineFehler(
+            kDateiGesperrt,
+            QStringLiteral("Die Arbeitsmappe '%1' ist in einem anderen Programm geöffnet. Schließen Sie "
+                           "sie dort. Ist sie nirgends mehr geöffnet, dann löschen Sie die Datei '%2'.")
+                .arg(ziel.fileName(), name));
     }
 }
 
 // A workbook of Excel 2 to 4 is a bare stream.
 void altesBlattMelden(const QByteArray& datei) {
-    if (!datei.startsWith(QByteArray::fromHex("d0cf11e0a1b11ae1").left(kBehaelterkennung))) (void)Mappe(datei);
+    if (!datei.startsWith(QByteArray::fromHex("d0cf11e0a1b11ae1").left(kBehaelterkennung)))
+        (void)Mappe(datei);
 }
 
 // The stream that counts: of two, the one of the newer format.
@@ -64,12 +66,14 @@ const Behaeltereintrag& mappenstrom(const Behaelter& behaelter) {
 
 void behaelterPruefen(const Behaelter& behaelter) {
     if (behaelter.strom(kAenderungsprotokoll))
-        nichtBearbeitbar(QStringLiteral("Die Arbeitsmappe ist zur gemeinsamen Bearbeitung freigegeben. Heben Sie in "
-                                       "Excel die Freigabe auf, und speichern Sie die Mappe."));
+        nichtBearbeitbar(
+            QStringLiteral("Die Arbeitsmappe ist zur gemeinsamen Bearbeitung freigegeben. Heben Sie in "
+                           "Excel die Freigabe auf, und speichern Sie die Mappe."));
     if (!behaelter.vollstaendig())
-        nichtBearbeitbar(QStringLiteral("Der Aufbau der Datei ist beschädigt; beim Schreiben ginge etwas verloren. "
-                                       "Öffnen Sie die Mappe in Excel, und speichern Sie sie unter einem neuen "
-                                       "Namen."));
+        nichtBearbeitbar(
+            QStringLiteral("Der Aufbau der Datei ist beschädigt; beim Schreiben ginge etwas verloren. "
+                           "Öffnen Sie die Mappe in Excel, und speichern Sie sie unter einem neuen "
+                           "Namen."));
 }
 
 void schreibbarVerlangen(const QByteArray& strom) {
@@ -78,9 +82,10 @@ void schreibbarVerlangen(const QByteArray& strom) {
 
 void tabellenVerlangen(const Arbeitsmappe& mappe, const QString& pfad) {
     if (mappe.tabellen().empty())
-        nichtBearbeitbar(QStringLiteral("Die Arbeitsmappe '%1' enthält keine Tabellenblätter, nur Diagramme, Makros "
-                                       "oder Dialoge.")
-                            .arg(QFileInfo(pfad).fileName()));
+        nichtBearbeitbar(
+            QStringLiteral("Die Arbeitsmappe '%1' enthält keine Tabellenblätter, nur Diagramme, Makros "
+                           "oder Dialoge.")
+                .arg(QFileInfo(pfad).fileName()));
 }
 
 class Ausfuehrung {
@@ -95,8 +100,9 @@ class Ausfuehrung {
 };
 
 [[noreturn]] void nichtVollstaendig() {
-    throw EngineFehler(kBeschaedigt, QStringLiteral("Die Arbeitsmappe ist nach dem Schreiben nicht vollständig. Die "
-                                                    "Datei wurde nicht geändert."));
+    throw EngineFehler(kBeschaedigt,
+                       QStringLiteral("Die Arbeitsmappe ist nach dem Schreiben nicht vollständig. Die "
+                                      "Datei wurde nicht geändert."));
 }
 
 // The new stream must read as a workbook that has every added table with all its cells.
@@ -124,20 +130,25 @@ QByteArray geaendert(const QByteArray& strom, const std::vector<engine::Aenderun
 
 void dateiSchreiben(const QString& pfad, const QByteArray& bytes) {
     QFile datei(pfad);
-    if (datei.open(QIODevice::WriteOnly | QIODevice::Truncate) && datei.write(bytes) == bytes.size() && datei.flush())
+    if (datei.open(QIODevice::WriteOnly | QIODevice::Truncate) && datei.write(bytes) == bytes.size() &&
+        datei.flush())
         return;
     if (QStorageInfo(QFileInfo(pfad).absolutePath()).bytesAvailable() < bytes.size())
-        throw EngineFehler(kDatentraegerVoll,
-                           QStringLiteral("Auf dem Datenträger ist nicht genug Platz, um die Arbeitsmappe zu schreiben. "
-                                          "Schaffen Sie Platz und wählen Sie dann 'Wiederholen'."));
-    throw EngineFehler(kDateifehler,
-                       QStringLiteral("Die Arbeitsmappe kann nicht geschrieben werden: %1").arg(datei.errorString()));
+        throw EngineFehler(
+            kDatentraegerVoll,
+            QStringLiteral("Auf dem Datenträger ist nicht genug Platz, um die Arbeitsmappe zu schreiben. "
+                           "Schaffen Sie Platz und wählen Sie dann 'Wiederholen'."));
+    throw EngineFehler(
+        kDateifehler,
+        QStringLiteral("Die Arbeitsmappe kann nicht geschrieben werden: %1").arg(datei.errorString()));
 }
 
 // Every stream and storage of the new file, byte by byte; the library may order them anew.
 void zurueckgelesenPruefen(const QString& pfad, const Behaelter& soll) {
     const Behaelter ist(dateiLesen(pfad));
-    const auto nachPfad = [](const Behaeltereintrag& a, const Behaeltereintrag& b) { return a.pfad < b.pfad; };
+    const auto nachPfad = [](const Behaeltereintrag& a, const Behaeltereintrag& b) {
+        return a.pfad < b.pfad;
+    };
     std::vector<Behaeltereintrag> links = soll.eintraege();
     std::vector<Behaeltereintrag> rechts = ist.eintraege();
     std::sort(links.begin(), links.end(), nachPfad);
@@ -180,18 +191,20 @@ engine::Katalog XlsDatei::katalogLesen() {
 
 void XlsDatei::unveraendertPruefen() const {
     if (engine::dateistandLesen(pfad_) == stand_) return;
-    throw EngineFehler(kDateiGeaendert,
-                       QStringLiteral("Die Datei '%1' wurde inzwischen von einem anderen Programm geändert. Öffnen "
-                                      "Sie die Datenbank neu.")
-                           .arg(QFileInfo(pfad_).fileName()));
+    throw EngineFehler(
+        kDateiGeaendert,
+        QStringLiteral("Die Datei '%1' wurde inzwischen von einem anderen Programm geändert. Öffnen "
+                       "Sie die Datenbank neu.")
+            .arg(QFileInfo(pfad_).fileName()));
 }
 
 std::unique_ptr<engine::Zeilenquelle> XlsDatei::zeilenLesen(const QString& tabelle) {
     unveraendertPruefen();
     const Tabellenort* ort = tabelleFinden(mappe_->tabellen(), tabelle);
     if (!ort)
-        throw EngineFehler(kNichtGefunden,
-                           QStringLiteral("Die Tabelle '%1' ist in der Arbeitsmappe nicht vorhanden.").arg(tabelle));
+        throw EngineFehler(
+            kNichtGefunden,
+            QStringLiteral("Die Tabelle '%1' ist in der Arbeitsmappe nicht vorhanden.").arg(tabelle));
     return tabellenzeilen(mappe_, tabellenplan(*mappe_, *ort));
 }
 
@@ -220,10 +233,11 @@ bool XlsDatei::nameErlaubt(const QString& name) const {
 
 void XlsDatei::feldnamePruefen(const QString& name) const {
     if (feldnameErlaubt(name)) return;
-    throw EngineFehler(kUngueltigerName,
-                       QStringLiteral("'%1' ist in einer Excel-Tabelle kein gültiger Feldname. Wählen Sie einen Namen "
-                                      "mit 1 bis 64 Zeichen ohne . ! [ und ].")
-                           .arg(name));
+    throw EngineFehler(
+        kUngueltigerName,
+        QStringLiteral("'%1' ist in einer Excel-Tabelle kein gültiger Feldname. Wählen Sie einen Namen "
+                       "mit 1 bis 64 Zeichen ohne . ! [ und ].")
+            .arg(name));
 }
 
 std::unique_ptr<engine::Datenbankdatei> xlsOeffnen(const QString& pfad, const QString&) {

@@ -10,13 +10,13 @@
 
 namespace excel {
 
-// Holds the workbook in memory; the file is not kept open. Rows and changes raise kDateiGeaendert once somebody
-// else has changed the file.
+// Holds the workbook in memory; the file is not kept open. Rows and changes raise kDateiGeaendert once
+// somebody else has changed the file.
 class XlsDatei : public engine::Datenbankdatei {
   public:
     // Raises kDateiFehlt, kDateifehler, kDateiNichtLesbar, kBeschaedigt; kSystemgrenze for a workbook that is
-    // encrypted, older than Excel 5, shared, without tables or too damaged to be changed safely; and for a file
-    // that could not be written at the end kSchreibgeschuetzt or kDateiGesperrt.
+    // encrypted, older than Excel 5, shared, without tables or too damaged to be changed safely; and for a
+    // file that could not be written at the end kSchreibgeschuetzt or kDateiGesperrt.
     explicit XlsDatei(QString pfad);
 
     engine::Katalog katalogLesen() override;

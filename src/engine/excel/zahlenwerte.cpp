@@ -9,8 +9,8 @@ namespace excel {
 namespace {
 
 constexpr double kUnterschied1904 = 1462;
-constexpr double kEndeDerTage = 2958466;       // 10000-01-01
-constexpr double kErsterRichtigerTag = 61;     // day 60 is the 29 February 1900 that did not exist
+constexpr double kEndeDerTage = 2958466;    // 10000-01-01
+constexpr double kErsterRichtigerTag = 61;  // day 60 is the 29 February 1900 that did not exist
 constexpr double kSekundenJeTag = 86400;
 constexpr double kGanzGenau = 1e15;
 constexpr double kLangeForm = 1e21;
@@ -30,7 +30,8 @@ std::optional<double> seriellAus(DatumZeit datum, bool datum1904) {
     const double tage = datum.tage;
     if (!(tage >= 0 && tage < kEndeDerTage)) return {};
     if (tage < 1) return tage;
-    if (datum1904) return tage >= kUnterschied1904 + 1 ? std::optional(tage - kUnterschied1904) : std::nullopt;
+    if (datum1904)
+        return tage >= kUnterschied1904 + 1 ? std::optional(tage - kUnterschied1904) : std::nullopt;
     if (tage < 2) return {};
     return tage < kErsterRichtigerTag ? tage - 1 : tage;
 }
@@ -49,7 +50,8 @@ QString zahlWieGezeigt(double zahl, Formatangabe format, bool datum1904) {
 }
 
 std::optional<double> zahlHinterNullen(const QString& text, int nullen) {
-    const bool ziffern = std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    const bool ziffern =
+        std::all_of(text.begin(), text.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
     if (!ziffern || text.isEmpty() || text.size() > 15) return {};
     const double zahl = text.toDouble();
     const QString gezeigt = zahlWieGezeigt(zahl, {Formatart::Nullen, nullen}, false);

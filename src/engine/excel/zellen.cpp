@@ -21,7 +21,8 @@ enum Ergebnis : quint8 { kErgText = 0, kErgWahrheit = 1, kErgFehler = 2 };
 }  // namespace
 
 double rkZahl(quint32 rk) {
-    const double zahl = rk & 2 ? double(qint32(rk) >> 2) : std::bit_cast<double>(quint64(rk & ~quint32(3)) << 32);
+    const double zahl =
+        rk & 2 ? double(qint32(rk) >> 2) : std::bit_cast<double>(quint64(rk & ~quint32(3)) << 32);
     return rk & 1 ? zahl / 100 : zahl;
 }
 
@@ -163,7 +164,8 @@ QString Zellenleser::text() const {
     }
     std::vector<QByteArrayView> stuecke{d};
     Satzfolge voraus(strom_, textsatz_.ende());
-    for (Satzsicht weiter; voraus.naechster(weiter) && weiter.typ == kContinue;) stuecke.push_back(weiter.daten);
+    for (Satzsicht weiter; voraus.naechster(weiter) && weiter.typ == kContinue;)
+        stuecke.push_back(weiter.daten);
     Kettenleser leser(std::move(stuecke));
     QString text;
     leser.lesen(&text);

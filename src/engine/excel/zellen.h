@@ -16,14 +16,14 @@ struct Zelle {
     quint16 zeile = 0;   // from 0
     quint16 spalte = 0;  // from 0
     quint16 xf = 0;
-    double zahl = 0;     // Wahrheit: 0 or 1; Fehler: the error code
+    double zahl = 0;  // Wahrheit: 0 or 1; Fehler: the error code
     quint32 verweis = 0;
 };
 
 double rkZahl(quint32 rk);
 
-// Gives the cells that hold something: formulas by their stored result, no blank ones. A record that is too short
-// for its kind is no cell. The stream must outlive it.
+// Gives the cells that hold something: formulas by their stored result, no blank ones. A record that is too
+// short for its kind is no cell. The stream must outlive it.
 class Zellenleser {
   public:
     // `teilstrom` is a sheet from its BOF on.
@@ -51,10 +51,10 @@ class Zellenleser {
     const Codeseite* codeseite_;
     Satzfolge folge_;
     Satzsicht satz_;
-    Satzsicht textsatz_;        // LABEL, RSTRING or STRING of the last cell
-    int texteinzug_ = 0;        // where its length stands
-    int tiefe_ = 0;             // substreams within the sheet hold the cached cells of charts
-    int mehrfach_ = 0;          // how many cells of the present MULRK were given
+    Satzsicht textsatz_;  // LABEL, RSTRING or STRING of the last cell
+    int texteinzug_ = 0;  // where its length stands
+    int tiefe_ = 0;       // substreams within the sheet hold the cached cells of charts
+    int mehrfach_ = 0;    // how many cells of the present MULRK were given
     int mehrfachAnzahl_ = 0;
 };
 

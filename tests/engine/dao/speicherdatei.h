@@ -25,7 +25,8 @@ struct Speicherinhalt {
     engine::Hinweise oeffnungshinweise;              // told by the catalogue
     QStringList protokoll;                           // what was read and written, in order
     QString passwort;                                // as the opener got it
-    // A new table is called so by the file, as a workbook calls a sheet "Name$"; and a second one appears beside it.
+    // A new table is called so by the file, as a workbook calls a sheet "Name$"; and a second one appears
+    // beside it.
     QString endungNeuer;
     QString zweiteNeue;
     QHash<QString, QString> gehtMit;  // the table that goes with a dropped one, by its name
@@ -108,7 +109,8 @@ class Speicherdatei : public engine::Datenbankdatei {
         inhalt.protokoll << QStringLiteral("löschen ") + schritt.name;
         const auto* tabelle = &vorhandene(inhalt, schritt.name);
         inhalt.tabellen.erase(inhalt.tabellen.begin() + (tabelle - inhalt.tabellen.data()));
-        std::erase_if(inhalt.tabellen, [&](const auto& t) { return t.def.name == inhalt.gehtMit.value(schritt.name); });
+        std::erase_if(inhalt.tabellen,
+                      [&](const auto& t) { return t.def.name == inhalt.gehtMit.value(schritt.name); });
     }
 
     static void ausfuehren(Speicherinhalt& inhalt, const engine::TabelleUmbenennen& schritt) {

@@ -181,8 +181,8 @@ TEST_F(SichernTest, ZusaetzlicheTabelleDerDateiStehtInIhrerFolge) {
     inhalt.zweiteNeue = QStringLiteral("Neu$");
     anlegen(u"Neu", {7});
     db->Sichern();
-    EXPECT_EQ(tabellennamen(), (QStringList{QStringLiteral("Neu$"), QStringLiteral("Kunden"), QStringLiteral("Leer"),
-                                            QStringLiteral("Neu")}));
+    EXPECT_EQ(tabellennamen(), (QStringList{QStringLiteral("Neu$"), QStringLiteral("Kunden"),
+                                            QStringLiteral("Leer"), QStringLiteral("Neu")}));
     EXPECT_EQ(spalte(QStringLiteral("Neu$"), u"Z"), u"7");
     EXPECT_EQ(spalte(QStringLiteral("Neu"), u"Z"), u"7");
     // The next save finds the file as the list says.

@@ -1,5 +1,5 @@
-// LibreOffice and Gnumeric read the same in every old sheet before and after a change, formulas included, and the
-// new one in full.
+// LibreOffice and Gnumeric read the same in every old sheet before and after a change, formulas included, and
+// the new one in full.
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -19,8 +19,9 @@ struct Fremdleser {
 // Every sheet as a file of its own, formulas instead of their values.
 QString mitLibreoffice(const QString& datei, const QDir& ziel) {
     const QString filter = "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,true,false,-1";
-    return proben::ausfuehren("soffice", {"-env:UserInstallation=file://" + ziel.filePath("../profil"), "--headless",
-                                          "--convert-to", filter, "--outdir", ziel.path(), datei})
+    return proben::ausfuehren("soffice",
+                              {"-env:UserInstallation=file://" + ziel.filePath("../profil"), "--headless",
+                               "--convert-to", filter, "--outdir", ziel.path(), datei})
         .fehler;
 }
 
@@ -61,7 +62,8 @@ void neuesBlattPruefen(const QByteArray& csv) {
     EXPECT_EQ(zeilen[0].simplified(), "Name,Zahl,Text");
     for (const int i : {0, 1, 999, kZeilen - 1}) {
         const QByteArray n = QByteArray::number(i);
-        EXPECT_EQ(zeilen[i + 1].simplified(), "Strasse " + n + "," + n + ".5," + (i % 10 ? "0" + n : QByteArray()));
+        EXPECT_EQ(zeilen[i + 1].simplified(),
+                  "Strasse " + n + "," + n + ".5," + (i % 10 ? "0" + n : QByteArray()));
     }
 }
 
@@ -80,11 +82,11 @@ TEST_P(FremdeLeser, LesenAltesUnveraendertUndNeuesGanz) {
     const auto vorher = blaetter(leser, datei, ordner, "vorher");
 
     excel::XlsDatei mappe(datei);
-    mappe.anwenden({neuetabelle::anlegen(kNeu,
-                                         {neuetabelle::feld(u"Name", dao::dbText, 255),
-                                          neuetabelle::feld(u"Zahl", dao::dbDouble, 8),
-                                          neuetabelle::feld(u"Text", dao::dbText, 255)},
-                                         vieleZeilen())});
+    mappe.anwenden({neuetabelle::anlegen(
+        kNeu,
+        {neuetabelle::feld(u"Name", dao::dbText, 255), neuetabelle::feld(u"Zahl", dao::dbDouble, 8),
+         neuetabelle::feld(u"Text", dao::dbText, 255)},
+        vieleZeilen())});
     auto angelegt = blaetter(leser, datei, ordner, "angelegt");
     bool gefunden = false;
     for (auto blatt = angelegt.begin(); blatt != angelegt.end();) {

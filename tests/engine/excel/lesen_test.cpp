@@ -8,9 +8,9 @@
 namespace {
 
 // Opened although xlrd gives up on them (a lying or short SST, class ids on streams).
-const QStringList kNichtInXlrd = {"57456.xls", "edr-Test_git_issue_477_sst_wrong_count.xls",
-                                  "edr-Test_git_issue_477_sst_zero_count.xls", "sheetjs-phpexcel_bad_cfb_dir.xls",
-                                  "edr-Test_git_issue_467_empty_continue_leftoverbytes.xls"};
+const QStringList kNichtInXlrd = {
+    "57456.xls", "edr-Test_git_issue_477_sst_wrong_count.xls", "edr-Test_git_issue_477_sst_zero_count.xls",
+    "sheetjs-phpexcel_bad_cfb_dir.xls", "edr-Test_git_issue_467_empty_continue_leftoverbytes.xls"};
 
 struct Abgelehnt {
     int nummer;
@@ -25,9 +25,11 @@ const std::map<QString, Abgelehnt> kAbgelehnt = {
     {"ContinueRecordProblem.xls", {kSystemgrenze, "gemeinsamen Bearbeitung"}},
     {"61300.xls", {kBeschaedigt, "beschädigt"}},
     {"xls2csv_ole_read_MSAT_772.xls", {kDateiNichtLesbar, "keine Arbeitsmappe"}},
-    {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-4651309315719168.xls", {kDateiNichtLesbar, "keine Arbeitsmappe"}},
+    {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-4651309315719168.xls",
+     {kDateiNichtLesbar, "keine Arbeitsmappe"}},
     {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-5175219985448960.xls", {kBeschaedigt, "beschädigt"}},
-    {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-6137883240824832.xls", {kDateiNichtLesbar, "keine Arbeitsmappe"}},
+    {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-6137883240824832.xls",
+     {kDateiNichtLesbar, "keine Arbeitsmappe"}},
 };
 
 enum XlrdArt { kText = 1, kZahl = 2, kDatum = 3, kWahrheit = 4, kFehler = 5 };

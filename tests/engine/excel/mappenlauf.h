@@ -1,4 +1,5 @@
-// Reads everything in a bare workbook stream and changes it in every way: what the damage tests and the fuzzer drive.
+// Reads everything in a bare workbook stream and changes it in every way: what the damage tests and the
+// fuzzer drive.
 #pragma once
 
 #include "base/fehler.h"
@@ -42,11 +43,13 @@ QByteArray geaendert(const QByteArray& strom, F tun) {
 }
 
 inline QByteArray mitNeuer(const QByteArray& strom, const QString& name) {
-    const auto a = neuetabelle::anlegen(name, neuetabelle::gemischteFelder(), neuetabelle::gemischteZeilen(5, "Ort "));
+    const auto a =
+        neuetabelle::anlegen(name, neuetabelle::gemischteFelder(), neuetabelle::gemischteZeilen(5, "Ort "));
     return geaendert(strom, [&](excel::Schreiber& s) { s.anlegen(a.def, *a.zeilen()); });
 }
 
-// Adds a table, renames it, drops it and the first of the old ones; each result must read as a workbook again.
+// Adds a table, renames it, drops it and the first of the old ones; each result must read as a workbook
+// again.
 inline void allesAendern(const QByteArray& strom) {
     const QByteArray neu = mitNeuer(strom, "Neu von hier");
     const QByteArray anders =

@@ -63,8 +63,8 @@ inline Ausgabe ausfuehren(const QString& programm, const QStringList& argumente)
     QProcess prozess;
     prozess.start(programm, argumente);
     if (!prozess.waitForFinished(240000)) return {};
-    return {prozess.exitStatus() == QProcess::NormalExit ? prozess.exitCode() : -1, prozess.readAllStandardOutput(),
-            prozess.readAllStandardError()};
+    return {prozess.exitStatus() == QProcess::NormalExit ? prozess.exitCode() : -1,
+            prozess.readAllStandardOutput(), prozess.readAllStandardError()};
 }
 
 // What xlrd reads, as tests/engine/excel/xlrd_abzug.py prints it; empty where xlrd gives up or is missing.
@@ -76,7 +76,8 @@ inline QJsonObject xlrd(const QString& datei) {
 
 inline bool xlrdVorhanden() {
     static const bool da =
-        ausfuehren("python3", {"-c", "import sys; sys.path.append('/usr/lib/python3/dist-packages'); import xlrd"})
+        ausfuehren("python3",
+                   {"-c", "import sys; sys.path.append('/usr/lib/python3/dist-packages'); import xlrd"})
             .code == 0;
     return da;
 }

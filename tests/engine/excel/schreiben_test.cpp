@@ -34,9 +34,15 @@ void gleichVerlangen(const QJsonObject& ist, const QJsonObject& soll) {
     for (const QString& schluessel : soll.keys()) {
         if (ist[schluessel] == soll[schluessel]) continue;
         ADD_FAILURE() << schluessel.toStdString() << "\nist  "
-                      << QJsonDocument(ist[schluessel].toObject()).toJson(QJsonDocument::Compact).left(2000).toStdString()
+                      << QJsonDocument(ist[schluessel].toObject())
+                             .toJson(QJsonDocument::Compact)
+                             .left(2000)
+                             .toStdString()
                       << "\nsoll "
-                      << QJsonDocument(soll[schluessel].toObject()).toJson(QJsonDocument::Compact).left(2000).toStdString();
+                      << QJsonDocument(soll[schluessel].toObject())
+                             .toJson(QJsonDocument::Compact)
+                             .left(2000)
+                             .toStdString();
     }
 }
 
@@ -79,7 +85,8 @@ std::map<std::pair<int, int>, std::pair<int, QJsonValue>> erwarteteZellen(
     return soll;
 }
 
-void neuesBlattPruefen(const QJsonObject& abzug, const QString& blatt, const std::vector<engine::Zeile>& zeilen) {
+void neuesBlattPruefen(const QJsonObject& abzug, const QString& blatt,
+                       const std::vector<engine::Zeile>& zeilen) {
     const bool system1904 = abzug["datum1904"].toBool();
     auto soll = erwarteteZellen(gemischteFelder(), zeilen, system1904);
     for (const QJsonValue& z : zellenVon(abzug, blatt)) {
@@ -98,7 +105,8 @@ std::vector<excel::Behaeltereintrag> uebrigeStroeme(const QString& pfad) {
     EXPECT_TRUE(datei.open(QIODevice::ReadOnly));
     std::vector<excel::Behaeltereintrag> eintraege = excel::Behaelter(datei.readAll()).eintraege();
     std::erase_if(eintraege, [](const auto& e) { return e.heisst("Workbook") || e.heisst("Book"); });
-    std::sort(eintraege.begin(), eintraege.end(), [](const auto& a, const auto& b) { return a.pfad < b.pfad; });
+    std::sort(eintraege.begin(), eintraege.end(),
+              [](const auto& a, const auto& b) { return a.pfad < b.pfad; });
     return eintraege;
 }
 

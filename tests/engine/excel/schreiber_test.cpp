@@ -46,8 +46,8 @@ std::vector<engine::FeldDef> felderVon(const QByteArray& strom, const QString& t
 
 std::vector<engine::Zeile> zeilenVon(const QByteArray& strom, const QString& tabelle) {
     const auto mappe = std::make_shared<const excel::Arbeitsmappe>(strom);
-    const auto quelle =
-        excel::tabellenzeilen(mappe, excel::tabellenplan(*mappe, *excel::tabelleFinden(mappe->tabellen(), tabelle)));
+    const auto quelle = excel::tabellenzeilen(
+        mappe, excel::tabellenplan(*mappe, *excel::tabelleFinden(mappe->tabellen(), tabelle)));
     std::vector<engine::Zeile> zeilen;
     for (engine::Zeile zeile; quelle->naechste(zeile);) zeilen.push_back(zeile);
     return zeilen;
@@ -73,7 +73,8 @@ class ExcelSchreiber : public testing::Test {
 
 TEST_F(ExcelSchreiber, BlattUndBereichStehenAlsEineTabelleInDerListe) {
     const QByteArray strom = stromVon("SimpleMultiCell.xls");
-    for (const QString& name : QStringList{"Ziel", "Kunden _#1__3_7_2001", "Q1", "2001", "R", "a.b", "Ä & Ö"}) {
+    for (const QString& name :
+         QStringList{"Ziel", "Kunden _#1__3_7_2001", "Q1", "2001", "R", "a.b", "Ä & Ö"}) {
         SCOPED_TRACE(name.toStdString());
         const QByteArray neu = nach(strom, texttabelle(name, {"x"}));
         EXPECT_EQ(tabellenVon(neu), (QStringList{"Sheet1$", "Sheet2$", "Sheet3$", name}));
@@ -94,10 +95,10 @@ TEST_F(ExcelSchreiber, SpaltenformateUndKoepfeGehenMitDerKopie) {
         feld(u"Anteil", dao::dbDouble, 8, eigenes(10, {})),
         feld(u"Neu", dao::dbText, 255, eigenes(0, {}, "Alt.")),
     };
-    const std::vector<engine::Zeile> zeilen = {{Wert(u"Weg"), Wert(u"01067"), Wert(DatumZeit{37000}),
-                                                Wert(Waehrung{123400}), Wert(0.25), Wert(u"x")},
-                                               {Wert::null(), Wert(u"D-1067"), Wert::null(), Wert::null(),
-                                                Wert::null(), Wert::null()}};
+    const std::vector<engine::Zeile> zeilen = {
+        {Wert(u"Weg"), Wert(u"01067"), Wert(DatumZeit{37000}), Wert(Waehrung{123400}), Wert(0.25),
+         Wert(u"x")},
+        {Wert::null(), Wert(u"D-1067"), Wert::null(), Wert::null(), Wert::null(), Wert::null()}};
     for (const QString& probe : QStringList{"SimpleMultiCell.xls", "testEXCEL_95.xls"}) {
         SCOPED_TRACE(probe.toStdString());
         const QByteArray einmal = nach(stromVon(probe), anlegen("Kopie", felder, zeilen));
@@ -147,11 +148,13 @@ TEST_F(ExcelSchreiber, WasNichtPasstWirdMitRatAbgelehnt) {
         {biff8, texttabelle("Sheet2", {}), kNameVorhanden, "Sheet2"},
         {biff8, texttabelle("a/b", {}), kUngueltigerName, "31"},
         {biff8, texttabelle(QString(32, 'x'), {}), kUngueltigerName, "31"},
-        {biff8, anlegen("Neu", {feld(u"B", dao::dbBinary, 5)}, {{Wert(QByteArray("\1\2"))}}), kSystemgrenze, "Access"},
+        {biff8, anlegen("Neu", {feld(u"B", dao::dbBinary, 5)}, {{Wert(QByteArray("\1\2"))}}), kSystemgrenze,
+         "Access"},
     };
     for (const Fall& fall : faelle) {
         QString text;
-        EXPECT_EQ(proben::fehlerVon([&] { nach(fall.strom, fall.a); }, &text), fall.nummer) << text.toStdString();
+        EXPECT_EQ(proben::fehlerVon([&] { nach(fall.strom, fall.a); }, &text), fall.nummer)
+            << text.toStdString();
         EXPECT_TRUE(text.contains(fall.rat)) << text.toStdString();
     }
 }
@@ -180,9 +183,11 @@ TEST_F(ExcelSchreiber, TexteJederLaengeUeberstehenDieSatzgrenzen) {
 }
 
 TEST_F(ExcelSchreiber, ZehnRundenLassenDieMappeNichtWachsen) {
-    for (const QString& probe : QStringList{"SimpleMultiCell.xls", "FormulaEvalTestData.xls", "SimpleMacro.xls"}) {
+    for (const QString& probe :
+         QStringList{"SimpleMultiCell.xls", "FormulaEvalTestData.xls", "SimpleMacro.xls"}) {
         SCOPED_TRACE(probe.toStdString());
-        const auto a = anlegen("Ziel", neuetabelle::gemischteFelder(), neuetabelle::gemischteZeilen(300, "Text "));
+        const auto a =
+            anlegen("Ziel", neuetabelle::gemischteFelder(), neuetabelle::gemischteZeilen(300, "Text "));
         QByteArray strom = nach(stromVon(probe), a);
         const qsizetype voll = strom.size();
         const QByteArray leer = ohne(strom, "Ziel");
@@ -202,10 +207,12 @@ TEST_F(ExcelSchreiber, GleicheTexteStehenNurEinmalDa) {
 
 // Drop or rename of the user's own sheet: what pointed to others keeps its target.
 TEST_F(ExcelSchreiber, BezuegeFolgenDemLoeschenUndUmbenennen) {
-    for (const QString& probe : QStringList{"sheetjs-named_ranges_2011.xls", "sheetjs-biff5-named_ranges_2011.xls"}) {
+    for (const QString& probe :
+         QStringList{"sheetjs-named_ranges_2011.xls", "sheetjs-biff5-named_ranges_2011.xls"}) {
         SCOPED_TRACE(probe.toStdString());
         const QByteArray strom = stromVon(probe);
-        ASSERT_EQ(tabellenVon(strom), (QStringList{"Named Ranges$", "Cross-Sheet$", "col1_", "col3_", "row6_"}));
+        ASSERT_EQ(tabellenVon(strom),
+                  (QStringList{"Named Ranges$", "Cross-Sheet$", "col1_", "col3_", "row6_"}));
         const QByteArray ohneErstes = ohne(strom, "Named Ranges$");
         EXPECT_EQ(tabellenVon(ohneErstes), QStringList{"Cross-Sheet$"});
         EXPECT_EQ(zeilenVon(ohneErstes, "Cross-Sheet$"), zeilenVon(strom, "Cross-Sheet$"));
@@ -217,7 +224,8 @@ TEST_F(ExcelSchreiber, BezuegeFolgenDemLoeschenUndUmbenennen) {
                   (QStringList{"Ein ganz anderer Name$", "Cross-Sheet$", "col1_", "col3_", "row6_"}));
         EXPECT_EQ(zeilenVon(anders, "col1_"), zeilenVon(strom, "col1_"));
         // A range of its own is dropped and renamed as a name; its cells stay.
-        EXPECT_EQ(tabellenVon(ohne(strom, "col1_")), (QStringList{"Named Ranges$", "Cross-Sheet$", "col3_", "row6_"}));
+        EXPECT_EQ(tabellenVon(ohne(strom, "col1_")),
+                  (QStringList{"Named Ranges$", "Cross-Sheet$", "col3_", "row6_"}));
         EXPECT_EQ(zeilenVon(ohne(strom, "col1_"), "Named Ranges$"), zeilenVon(strom, "Named Ranges$"));
         EXPECT_EQ(zeilenVon(umbenannt(strom, "col1_", "spalte"), "spalte"), zeilenVon(strom, "col1_"));
     }
@@ -235,7 +243,8 @@ TEST_F(ExcelSchreiber, EineNeueTabelleBelebtDenNamenDerGeloeschtenWieder) {
 
 TEST_F(ExcelSchreiber, DasLetzteSichtbareBlattBleibt) {
     QString text;
-    EXPECT_EQ(proben::fehlerVon([&] { ohne(stromVon("TwoSheetsOneHidden.xls"), "Sheet2$"); }, &text), kSystemgrenze);
+    EXPECT_EQ(proben::fehlerVon([&] { ohne(stromVon("TwoSheetsOneHidden.xls"), "Sheet2$"); }, &text),
+              kSystemgrenze);
     EXPECT_TRUE(text.contains("sichtbare")) << text.toStdString();
     const QByteArray strom = stromVon("sheetjs-sheet_visibility.xls");
     EXPECT_EQ(proben::fehlerVon([&] { ohne(strom, "Visible$"); }), kSystemgrenze);

@@ -31,10 +31,11 @@ class ExcelDatei : public testing::Test {
 
 TEST_F(ExcelDatei, NamenVonTabellenUndFeldern) {
     const excel::XlsDatei mappe(kopie("SimpleMultiCell.xls"));
-    for (const QString& gut : QStringList{"Neu", "Ä.b", "Kunden _#1__3_7_2001", QString(31, 'x'), "Q1", "a'b"})
+    for (const QString& gut :
+         QStringList{"Neu", "Ä.b", "Kunden _#1__3_7_2001", QString(31, 'x'), "Q1", "a'b"})
         EXPECT_TRUE(mappe.nameErlaubt(gut)) << gut.toStdString();
-    for (const QString& schlecht : QStringList{"", QString(32, 'x'), "a:b", "a/b", "a\\b", "a*b", "a?b", "a[b", "a]b",
-                                               "a$", "'a", "a'", "History", "Sheet2", "sheet2"})
+    for (const QString& schlecht : QStringList{"", QString(32, 'x'), "a:b", "a/b", "a\\b", "a*b", "a?b",
+                                               "a[b", "a]b", "a$", "'a", "a'", "History", "Sheet2", "sheet2"})
         EXPECT_FALSE(mappe.nameErlaubt(schlecht)) << schlecht.toStdString();
     EXPECT_EQ(proben::fehlerVon([&] { mappe.feldnamePruefen("Straße (1)"); }), 0);
     for (const QString& schlecht : QStringList{"", "a.b", "a!b", "a[b", "a]b", "a\nb", QString(65, 'x')})
@@ -43,10 +44,18 @@ TEST_F(ExcelDatei, NamenVonTabellenUndFeldern) {
 
 TEST_F(ExcelDatei, KopfzellenWerdenFeldnamen) {
     EXPECT_EQ(excel::feldnamen({"Name", "", "name", "Str.", "a!b\nc", " ", "Name", "[x]", QString(70, 'y')}),
-              (std::vector<QString>{"Name", "F2", "name1", "Str#", "a_b_c", "F6", "Name2", "(x)", QString(64, 'y')}));
-    for (const auto& [blatt, bereich] : std::vector<std::pair<QString, QString>>{
-             {"Ziel", "Ziel"}, {"Neue Adressen", "Neue_Adressen"}, {"Q1", "_Q1"}, {"IV65536", "_IV65536"},
-             {"R1C1", "_R1C1"}, {"Z1S1", "_Z1S1"}, {"r", "_r"}, {"2001", "_2001"}, {"Größe.1", "Größe.1"}}) {
+              (std::vector<QString>{"Name", "F2", "name1", "Str#", "a_b_c", "F6", "Name2", "(x)",
+                                    QString(64, 'y')}));
+    for (const auto& [blatt, bereich] :
+         std::vector<std::pair<QString, QString>>{{"Ziel", "Ziel"},
+                                                  {"Neue Adressen", "Neue_Adressen"},
+                                                  {"Q1", "_Q1"},
+                                                  {"IV65536", "_IV65536"},
+                                                  {"R1C1", "_R1C1"},
+                                                  {"Z1S1", "_Z1S1"},
+                                                  {"r", "_r"},
+                                                  {"2001", "_2001"},
+                                                  {"Größe.1", "Größe.1"}}) {
         EXPECT_EQ(excel::bereichsname(blatt), bereich);
     }
 }
@@ -59,13 +68,27 @@ TEST_F(ExcelDatei, FormateSagenWasEineZahlIst) {
         Formatart art;
     };
     const Fall faelle[] = {
-        {0, "", Formatart::Zahl}, {1, "", Formatart::Zahl}, {14, "", Formatart::Datum}, {22, "", Formatart::Datum},
-        {46, "", Formatart::Datum}, {7, "", Formatart::Waehrung}, {44, "", Formatart::Waehrung},
-        {49, "", Formatart::Zahl}, {164, "DD.MM.YYYY", Formatart::Datum}, {164, "[$-407]d. mmmm yyyy", Formatart::Datum},
-        {164, "[h]:mm", Formatart::Datum}, {164, "mm:ss.000", Formatart::Datum}, {164, "General", Formatart::Zahl},
-        {164, "\"Tag\" 0", Formatart::Zahl}, {164, "0.00E+00", Formatart::Zahl}, {164, "[Red]0.00", Formatart::Zahl},
-        {164, "#,##0.00\\ \"€\"", Formatart::Waehrung}, {164, "#,##0 [$€-407]", Formatart::Waehrung},
-        {164, "00000", Formatart::Nullen}, {164, "0", Formatart::Zahl}, {164, "@", Formatart::Zahl},
+        {0, "", Formatart::Zahl},
+        {1, "", Formatart::Zahl},
+        {14, "", Formatart::Datum},
+        {22, "", Formatart::Datum},
+        {46, "", Formatart::Datum},
+        {7, "", Formatart::Waehrung},
+        {44, "", Formatart::Waehrung},
+        {49, "", Formatart::Zahl},
+        {164, "DD.MM.YYYY", Formatart::Datum},
+        {164, "[$-407]d. mmmm yyyy", Formatart::Datum},
+        {164, "[h]:mm", Formatart::Datum},
+        {164, "mm:ss.000", Formatart::Datum},
+        {164, "General", Formatart::Zahl},
+        {164, "\"Tag\" 0", Formatart::Zahl},
+        {164, "0.00E+00", Formatart::Zahl},
+        {164, "[Red]0.00", Formatart::Zahl},
+        {164, "#,##0.00\\ \"€\"", Formatart::Waehrung},
+        {164, "#,##0 [$€-407]", Formatart::Waehrung},
+        {164, "00000", Formatart::Nullen},
+        {164, "0", Formatart::Zahl},
+        {164, "@", Formatart::Zahl},
         {14, "0.00", Formatart::Zahl},
     };
     for (const Fall& fall : faelle)
@@ -126,7 +149,9 @@ TEST_F(ExcelDatei, EinFehlerInDerFolgeLaesstDieDateiWieSieIst) {
     const QString pfad = kopie("SimpleMultiCell.xls");
     const QByteArray vorher = bytesVon(pfad);
     excel::XlsDatei mappe(pfad);
-    EXPECT_EQ(proben::fehlerVon([&] { mappe.anwenden({kleine("Neu"), engine::TabelleLoeschen{"Fehlt"}}); }),
+    EXPECT_EQ(proben::fehlerVon([&] {
+                  mappe.anwenden({kleine("Neu"), engine::TabelleLoeschen{"Fehlt"}});
+              }),
               kNichtGefunden);
     EXPECT_EQ(bytesVon(pfad), vorher);
     EXPECT_EQ(QDir(ordner.path()).entryList(QDir::Files).size(), 1);
@@ -186,14 +211,15 @@ TEST_F(ExcelDatei, DasVerzeichnisWirdOhneDieBibliothekGezaehlt) {
 // Bytes of sound workbooks changed at random: an EngineFehler or success, never anything else.
 TEST_F(ExcelDatei, BeschaedigteStroemeEndenMitEinemFehler) {
     std::mt19937 zufall(4711);
-    for (const QString& probe : QStringList{"3dFormulas.xls", "testNames.xls", "testEXCEL_95.xls", "46368.xls",
-                                            "sheetjs-biff5-named_ranges_2011.xls"}) {
+    for (const QString& probe : QStringList{"3dFormulas.xls", "testNames.xls", "testEXCEL_95.xls",
+                                            "46368.xls", "sheetjs-biff5-named_ranges_2011.xls"}) {
         const excel::Behaelter behaelter(bytesVon(proben::pfad(probe)));
         const auto* eintrag = behaelter.strom("Workbook");
         const QByteArray heil = (eintrag ? eintrag : behaelter.strom("Book"))->bytes;
         for (int i = 0; i < 60; ++i) {
             QByteArray strom = heil;
-            for (int k = 0; k < 1 + i % 8; ++k) strom[qsizetype(zufall() % quint32(strom.size()))] = char(zufall());
+            for (int k = 0; k < 1 + i % 8; ++k)
+                strom[qsizetype(zufall() % quint32(strom.size()))] = char(zufall());
             if (i % 10 == 0) strom.truncate(qsizetype(zufall() % quint32(strom.size())));
             mappenlauf::versuchen([&] { mappenlauf::allesLesen(strom); });
             mappenlauf::versuchen([&] { mappenlauf::allesAendern(strom); });
