@@ -157,7 +157,7 @@ class Dbf(gemeinsam.AmProgramm):
         hinweise = []
         while self.fern.zustand()["gRahmen"] != 32 or self.fern.meldung():
             if self.fern.meldung():
-                hinweise.append(self.fern.meldung()["text"])
+                hinweise += self.fern.meldung()["text"].split("\n")
                 self.fern.druecken("OK")
         self.assertEqual(2, len(hinweise), hinweise)
         self.assertIn("'Straße ohne Hausnummer' heißt in der dBase-Datei 'STRAßE_OHN'", hinweise[0])
