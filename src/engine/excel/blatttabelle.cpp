@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <utility>
 
 #include "base/atempause.h"
 #include "engine/excel/blattname.h"
@@ -179,8 +180,13 @@ class Planung {
 
 class Tabellenzeilen : public engine::Zeilenquelle {
   public:
-    Tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe, Tabellenplan plan)
-        : mappe_(std::move(mappe)), plan_(std::move(plan)), leser_(leserFuer(*mappe_, plan_.blatt)) {
+    Tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe, Tabellenplan plan, QString tabelle, Lesebericht bericht)
+        : mappe_(std::move(mappe)),
+          plan_(std::move(plan)),
+          tabelle_(std::move(tabelle)),
+          bericht_(std::move(bericht)),
+          unpassende_(plan_.felder.size(), 0),
+          leser_(leserFuer(*mappe_, plan_.blatt)) {
         if (!plan_.bereich) return;
         zeile_ = plan_.bereich->zeile1;
         if (!plan_.geordnet) ordnen();
@@ -189,7 +195,10 @@ class Tabellenzeilen : public engine::Zeilenquelle {
 
     bool naechste(engine::Zeile& zeile) override {
         Atempause();
-        if (!plan_.bereich || zeile_ >= plan_.bereich->zeile2) return false;
+        if (!plan_.bereich || zeile_ >= plan_.bereich->zeile2) {
+            berichten();
+            return false;
+        }
         ++zeile_;
         zeile.assign(plan_.felder.size(), Wert::null());
         while (da_ && zelle_.zeile <= zeile_) {
@@ -234,8 +243,41 @@ class Tabellenzeilen : public engine::Zeilenquelle {
 
     void eintragen(engine::Zeile& zeile) {
         const int spalte = zelle_.spalte - plan_.bereich->spalte1;
-        if (spalte >= 0 && size_t(spalte) < zeile.size())
-            zeile[size_t(spalte)] = wert(plan_.felder[size_t(spalte)].typ);
+        if (spalte < 0 || size_t(spalte) >= zeile.size()) return;
+        Wert& ziel = zeile[size_t(spalte)];
+        ziel = wert(plan_.felder[size_t(spalte)].typ);
+        if (ziel.istNull() && zeigtEtwas()) ++unpassende_[size_t(spalte)];
+    }
+
+    bool zeigtEtwas() const {
+        return zelle_.art != Zelle::Art::Fehler && !wieGezeigt(*mappe_, zelle_, leser_).isEmpty();
+    }
+
+    void berichten() {
+        std::vector<QString> saetze;
+        for (size_t i = 0; i < unpassende_.size(); ++i)
+            if (const qint64 n = unpassende_[i])
+                saetze.push_back(
+                    QStringLiteral("Tabelle '%1', Feld '%2': %3 nicht zu den ersten Zeilen (%4) und %5 leer. Wandeln "
+                                   "Sie die Spalte in Excel in Text um, wenn Sie das brauchen.")
+                        .arg(tabelle_, plan_.felder[i].name,
+                             n == 1 ? QStringLiteral("1 Wert passt") : QStringLiteral("%1 Werte passen").arg(n),
+                             inhaltVon(plan_.felder[i].typ),
+                             n == 1 ? QStringLiteral("bleibt") : QStringLiteral("bleiben")));
+        if (bericht_ && !saetze.empty()) std::exchange(bericht_, {})(saetze);
+    }
+
+    static QString inhaltVon(int typ) {
+        switch (typ) {
+            case dao::dbDate:
+                return QStringLiteral("Datum");
+            case dao::dbCurrency:
+                return QStringLiteral("Währung");
+            case dao::dbBoolean:
+                return QStringLiteral("WAHR oder FALSCH");
+            default:
+                return QStringLiteral("Zahlen");
+        }
     }
 
     Wert wert(int typ) const {
@@ -261,6 +303,9 @@ class Tabellenzeilen : public engine::Zeilenquelle {
 
     std::shared_ptr<const Arbeitsmappe> mappe_;
     Tabellenplan plan_;
+    QString tabelle_;
+    Lesebericht bericht_;
+    std::vector<qint64> unpassende_;  // cells of each column that are Null for their kind
     Zellenleser leser_;
     std::vector<Satzort> saetze_;
     size_t naechster_ = 0;
@@ -276,9 +321,9 @@ Tabellenplan tabellenplan(const Arbeitsmappe& mappe, const Tabellenort& ort) {
     return Planung(mappe, ort).planen();
 }
 
-std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe,
-                                                     Tabellenplan plan) {
-    return std::make_unique<Tabellenzeilen>(std::move(mappe), std::move(plan));
+std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe, Tabellenplan plan,
+                                                     const QString& tabelle, Lesebericht bericht) {
+    return std::make_unique<Tabellenzeilen>(std::move(mappe), std::move(plan), tabelle, std::move(bericht));
 }
 
 }  // namespace excel

@@ -1,6 +1,7 @@
 // A sheet or a range as a table: its fields by header and first rows, and its rows one after the other.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -23,8 +24,12 @@ struct Tabellenplan {
 // than 255 characters. At most 255 fields.
 Tabellenplan tabellenplan(const Arbeitsmappe& mappe, const Tabellenort& ort);
 
-// The rows below the header. What does not fit a column's type is Null; so are errors and empty texts.
-std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe,
-                                                     Tabellenplan plan);
+// What the user is to hear of the rows, once the last one was read.
+using Lesebericht = std::function<void(const std::vector<QString>& saetze)>;
+
+// The rows below the header. What does not fit a column's type is Null, and counted for the report; so are errors
+// and empty texts, which nobody misses. `tabelle` is the name that the report uses.
+std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe, Tabellenplan plan,
+                                                     const QString& tabelle = {}, Lesebericht bericht = {});
 
 }  // namespace excel

@@ -158,7 +158,7 @@ void zurueckgelesenPruefen(const QString& pfad, const Behaelter& soll) {
 
 }  // namespace
 
-XlsDatei::XlsDatei(QString pfad) : pfad_(std::move(pfad)) {
+XlsDatei::XlsDatei(QString pfad) : pfad_(std::move(pfad)), gelesen_(std::make_shared<engine::Hinweise>()) {
     laden();
     sperrdateiPruefen(pfad_);
     engine::schreibbarkeitPruefen(pfad_);
@@ -205,7 +205,12 @@ std::unique_ptr<engine::Zeilenquelle> XlsDatei::zeilenLesen(const QString& tabel
         throw EngineFehler(
             kNichtGefunden,
             QStringLiteral("Die Tabelle '%1' ist in der Arbeitsmappe nicht vorhanden.").arg(tabelle));
-    return tabellenzeilen(mappe_, tabellenplan(*mappe_, *ort));
+    return tabellenzeilen(mappe_, tabellenplan(*mappe_, *ort), ort->name,
+                          [liste = gelesen_](const std::vector<QString>& saetze) {
+                              for (const QString& satz : saetze)
+                                  if (std::find(liste->begin(), liste->end(), satz) == liste->end())
+                                      liste->push_back(satz);
+                          });
 }
 
 engine::Hinweise XlsDatei::anwenden(const std::vector<engine::Aenderung>& aenderungen) {
@@ -223,6 +228,8 @@ engine::Hinweise XlsDatei::anwenden(const std::vector<engine::Aenderung>& aender
         pfad_, stand_, [&](const QString& neu) { dateiSchreiben(neu, datei); },
         [&](const QString& neu) { zurueckgelesenPruefen(neu, behaelter); });
     mappe_ = std::make_shared<Arbeitsmappe>(mappenstrom(behaelter).bytes);
+    hinweise.insert(hinweise.end(), gelesen_->begin(), gelesen_->end());
+    gelesen_->clear();
     return hinweise;
 }
 
