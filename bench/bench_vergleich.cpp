@@ -72,7 +72,23 @@ Durchgang durchgang(const QString& art, int anzahl) {
     return d;
 }
 
-QJsonObject schnell(const Durchgang& d, float schwelle) {
+// What is compared: all columns; with several contacts of a firm kept apart; firm and address alone.
+struct Vergleichsart {
+    FeldZuordnungen zuordnungen = Adresszuordnung();
+    bool differenzieren = false;
+};
+
+Vergleichsart vergleichsart(const QString& name) {
+    Vergleichsart art;
+    art.differenzieren = name == QStringLiteral("kontakte");
+    if (name == QStringLiteral("anschrift"))
+        for (FeldZuordnung& zuordnung : art.zuordnungen)
+            // Not ignored, which would move the columns behind it.
+            if (zuordnung.Gruppe > 3) zuordnung = {0, 0};
+    return art;
+}
+
+QJsonObject schnell(const Durchgang& d, const Vergleichsart& art, float schwelle) {
     qint64 treffer = 0;
     qint64 paare = 0;
     quint64 pruefsumme = 0;  // of the hits in their order
@@ -91,7 +107,7 @@ QJsonObject schnell(const Durchgang& d, float schwelle) {
     const qint64 vorher = speicher("VmRSS");
     double laden = 0;
     const std::clock_t anfang = std::clock();
-    Schnellvergleich vergleich(Adresszuordnung(), false, schwelle);
+    Schnellvergleich vergleich(art.zuordnungen, art.differenzieren, schwelle);
     for (const Suchblock& block : d.bloecke) {
         if (block.paare() == 0) continue;
         const std::clock_t beginn = std::clock();
@@ -113,8 +129,8 @@ QJsonObject schnell(const Durchgang& d, float schwelle) {
 }
 
 // Random pairs of the blocks, weighed as the pass weighs them.
-QJsonObject woertlich(const Durchgang& d, float schwelle) {
-    const Vergleicher vergleicher(Adresszuordnung(), false);
+QJsonObject woertlich(const Durchgang& d, const Vergleichsart& art, float schwelle) {
+    const Vergleicher vergleicher(art.zuordnungen, art.differenzieren);
     std::mt19937_64 zufall(1);
     std::vector<std::pair<size_t, size_t>> paare;
     for (const Suchblock& block : d.bloecke) {
@@ -142,15 +158,17 @@ QJsonObject woertlich(const Durchgang& d, float schwelle) {
             {QStringLiteral("millionenJeSekunde"), double(verglichen) / sekunden / 1e6}};
 }
 
-void messen(const QString& art, int anzahl, float schwelle) {
+void messen(const QString& art, int anzahl, float schwelle, const QString& verglichen) {
+    const Vergleichsart vergleich = vergleichsart(verglichen);
     const Durchgang d = durchgang(art, anzahl);
     const QJsonObject ergebnis{{QStringLiteral("durchgang"), art},
+                               {QStringLiteral("verglichen"), verglichen},
                                {QStringLiteral("saetze"), anzahl},
                                {QStringLiteral("schwelle"), double(qRound(double(schwelle) * 100)) / 100},
                                {QStringLiteral("bloecke"), qint64(d.bloecke.size())},
                                {QStringLiteral("paare"), d.paare},
-                               {QStringLiteral("schnell"), schnell(d, schwelle)},
-                               {QStringLiteral("woertlich"), woertlich(d, schwelle)}};
+                               {QStringLiteral("schnell"), schnell(d, vergleich, schwelle)},
+                               {QStringLiteral("woertlich"), woertlich(d, vergleich, schwelle)}};
     std::puts(QJsonDocument(ergebnis).toJson(QJsonDocument::Compact).constData());
 }
 
@@ -166,13 +184,16 @@ void ausgeben(const QString& art, int anzahl) {
         }
 }
 
+constexpr char kAufruf[] =
+    "bench_vergleich gewoehnlich|vorgabe|gleich RECORDS THRESHOLD [alles|kontakte|anschrift]: one JSON "
+    "object\n"
+    "bench_vergleich gewoehnlich|vorgabe|gleich RECORDS csv: the prepared rows\n";
+
 }  // namespace
 
-// bench_vergleich gewoehnlich|vorgabe|gleich RECORDS THRESHOLD: one JSON object.
-// bench_vergleich gewoehnlich|vorgabe|gleich RECORDS csv: the prepared rows instead.
 int main(int argc, char** argv) {
-    if (argc != 4) {
-        std::fputs("bench_vergleich gewoehnlich|vorgabe|gleich RECORDS THRESHOLD|csv\n", stderr);
+    if (argc != 4 && argc != 5) {
+        std::fputs(kAufruf, stderr);
         return 2;
     }
     EinstellungenAnwenden({});
@@ -181,5 +202,6 @@ int main(int argc, char** argv) {
     if (QByteArray(argv[3]) == "csv")
         ausgeben(art, anzahl);
     else
-        messen(art, anzahl, QByteArray(argv[3]).toFloat());
+        messen(art, anzahl, QByteArray(argv[3]).toFloat(),
+               QString::fromLocal8Bit(argc > 4 ? argv[4] : "alles"));
 }

@@ -23,6 +23,14 @@ for saetze in $groessen; do
         done
     done
 done
+# Several contacts of a firm kept apart, and firm and address alone.
+for verglichen in kontakte anschrift; do
+    for schwelle in 0.73 0.62; do
+        for durchgang in gewoehnlich vorgabe; do
+            "$programm" $durchgang 100000 "$schwelle" $verglichen | tee -a "$vergleich"
+        done
+    done
+done
 # All records alike: every pair is found and told.
 "$programm" gleich 20000 0.73 | tee -a "$vergleich"
 
