@@ -16,12 +16,19 @@
 #include "base/fehler.h"
 #include "engine/dbase/dbaseordner.h"
 #include "engine/typen.h"
+#include "gemeinsam/tabellenprobe.h"
 
 namespace dbasebank {
 
 using engine::FeldDef;
 using engine::TabellenDef;
 using engine::Zeile;
+using tabellenprobe::alleZeilen;
+using tabellenprobe::anlegen;
+using tabellenprobe::fehlerVon;
+using tabellenprobe::feld;
+using tabellenprobe::tabelle;
+using tabellenprobe::Zeilen;
 
 inline QString probe(const QString& name) {
     return QStringLiteral(LINDGARN_FREMDDATEN) + QStringLiteral("/dbf/beispiele/") + name;
@@ -38,61 +45,8 @@ inline void schreiben(const QString& pfad, const QByteArray& bytes) {
     datei.write(bytes);
 }
 
-// The number of the EngineFehler that `tun` raises; 0 if it raises none.
-template <typename F>
-int fehlerVon(F tun, QString* text = nullptr) {
-    try {
-        tun();
-        return 0;
-    } catch (const EngineFehler& fehler) {
-        if (text) *text = fehler.beschreibung();
-        return fehler.nummer();
-    }
-}
-
-class Zeilen : public engine::Zeilenquelle {
-  public:
-    explicit Zeilen(std::shared_ptr<const std::vector<Zeile>> zeilen) : zeilen_(std::move(zeilen)) {}
-    bool naechste(Zeile& zeile) override {
-        if (naechste_ == zeilen_->size()) return false;
-        zeile = (*zeilen_)[naechste_++];
-        return true;
-    }
-
-  private:
-    std::shared_ptr<const std::vector<Zeile>> zeilen_;
-    size_t naechste_ = 0;
-};
-
-inline engine::TabelleAnlegen anlegen(TabellenDef def, std::vector<Zeile> zeilen) {
-    const auto geteilt = std::make_shared<const std::vector<Zeile>>(std::move(zeilen));
-    return {std::move(def), [geteilt] { return std::make_unique<Zeilen>(geteilt); }};
-}
-
-inline FeldDef feld(const QString& name, int typ, int groesse = 0) {
-    FeldDef def;
-    def.name = name;
-    def.typ = typ;
-    def.groesse = groesse;
-    return def;
-}
-
-inline TabellenDef tabelle(const QString& name, std::vector<FeldDef> felder) {
-    TabellenDef def;
-    def.name = name;
-    def.felder = std::move(felder);
-    return def;
-}
-
 inline Wert w(const char16_t* text) {
     return Wert(QString::fromUtf16(text));
-}
-
-inline std::vector<Zeile> alleZeilen(engine::Datenbankdatei& datei, const QString& name) {
-    std::vector<Zeile> zeilen;
-    const auto quelle = datei.zeilenLesen(name);
-    for (Zeile zeile; quelle->naechste(zeile);) zeilen.push_back(zeile);
-    return zeilen;
 }
 
 inline const TabellenDef& definition(const engine::Katalog& katalog, const QString& name) {

@@ -1,41 +1,17 @@
 // A table to be written, for the tests of this folder: fields and rows in memory.
 #pragma once
 
-#include "engine/datei/datenbankdatei.h"
+#include "gemeinsam/tabellenprobe.h"
 
 namespace neuetabelle {
 
-class Zeilen : public engine::Zeilenquelle {
-  public:
-    explicit Zeilen(std::vector<engine::Zeile> zeilen) : zeilen_(std::move(zeilen)) {}
-    bool naechste(engine::Zeile& zeile) override {
-        if (stelle_ == zeilen_.size()) return false;
-        zeile = zeilen_[stelle_++];
-        return true;
-    }
-
-  private:
-    std::vector<engine::Zeile> zeilen_;
-    size_t stelle_ = 0;
-};
-
 inline engine::FeldDef feld(const char16_t* name, int typ, int groesse = 0, const QByteArray& eigenes = {}) {
-    engine::FeldDef def;
-    def.name = QString::fromUtf16(name);
-    def.typ = typ;
-    def.groesse = groesse;
-    def.formatEigenes = eigenes;
-    return def;
+    return tabellenprobe::feld(QString::fromUtf16(name), typ, groesse, eigenes);
 }
 
 inline engine::TabelleAnlegen anlegen(const QString& name, std::vector<engine::FeldDef> felder,
                                       std::vector<engine::Zeile> zeilen) {
-    engine::TabelleAnlegen a;
-    a.def.name = name;
-    a.def.felder = std::move(felder);
-    a.def.zeilen = qint64(zeilen.size());
-    a.zeilen = [zeilen = std::move(zeilen)] { return std::make_unique<Zeilen>(zeilen); };
-    return a;
+    return tabellenprobe::anlegen(tabellenprobe::tabelle(name, std::move(felder)), std::move(zeilen));
 }
 
 // Text, number, date, date and time, Boolean and money. Row 0 is full, later ones have gaps.

@@ -14,8 +14,11 @@
 
 #include "base/fehler.h"
 #include "engine/excel/xlsdatei.h"
+#include "gemeinsam/tabellenprobe.h"
 
 namespace proben {
+
+using tabellenprobe::fehlerVon;
 
 inline QString ordner() {
     return QStringLiteral(LINDGARN_FREMDDATEN) + "/xls/beispiele/";
@@ -37,19 +40,6 @@ inline QString kopie(const QString& name, const QDir& ziel) {
     EXPECT_TRUE(QFile::copy(pfad(name), neu));
     EXPECT_TRUE(QFile::setPermissions(neu, QFile::ReadOwner | QFile::WriteOwner));
     return neu;
-}
-
-// The number of the EngineFehler that `tun` raises; 0 if it raises none.
-template <typename F>
-int fehlerVon(F tun, QString* text = nullptr) {
-    try {
-        tun();
-        return 0;
-    } catch (const EngineFehler& fehler) {
-        if (text) *text = fehler.beschreibung();
-        EXPECT_FALSE(fehler.beschreibung().isEmpty());
-        return fehler.nummer();
-    }
 }
 
 struct Ausgabe {

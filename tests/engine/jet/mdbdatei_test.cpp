@@ -157,7 +157,7 @@ TEST_F(MdbDatei, EinFehlerMittendrinLaesstDieDateiWieSieWar) {
     zweite.name = QStringLiteral("Zweite");
     const std::vector<engine::Aenderung> aenderungen{
         engine::TabelleLoeschen{QStringLiteral("Kunden")},
-        engine::TabelleAnlegen{zweite, [] { return std::make_unique<Kaputt>(kundenzeilen(1000)); }}};
+        engine::TabelleAnlegen{zweite, [] { return std::make_unique<Kaputt>(std::make_shared<const std::vector<Zeile>>(kundenzeilen(1000))); }}};
     EXPECT_EQ(proben::fehlerVon([&] { datei.anwenden(aenderungen); }), kBeschaedigt);
     EXPECT_EQ(inhalt(pfad_), vorher);
     EXPECT_EQ(QDir(ordner_.path()).entryList(QDir::Files | QDir::Hidden),

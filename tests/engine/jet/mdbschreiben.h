@@ -19,6 +19,10 @@ namespace mdbschreiben {
 using engine::FeldDef;
 using engine::TabellenDef;
 using engine::Zeile;
+using tabellenprobe::alleZeilen;
+using tabellenprobe::anlegen;
+using tabellenprobe::feld;
+using tabellenprobe::Zeilen;
 
 inline QString mdbtools(const QString& programm, const QStringList& worte) {
     QProcess prozess;
@@ -44,20 +48,6 @@ inline QStringList zeilenLautMdbtools(const QString& pfad, const QString& tabell
         .split(u'\n', Qt::SkipEmptyParts);
 }
 
-class Zeilen : public engine::Zeilenquelle {
-  public:
-    explicit Zeilen(std::vector<Zeile> zeilen) : zeilen_(std::move(zeilen)) {}
-    bool naechste(Zeile& zeile) override {
-        if (naechste_ == zeilen_.size()) return false;
-        zeile = zeilen_[naechste_++];
-        return true;
-    }
-
-  private:
-    std::vector<Zeile> zeilen_;
-    size_t naechste_ = 0;
-};
-
 // Raises after some rows.
 class Kaputt : public Zeilen {
   public:
@@ -67,18 +57,6 @@ class Kaputt : public Zeilen {
         throw EngineFehler(kBeschaedigt, QStringLiteral("mittendrin"));
     }
 };
-
-inline engine::TabelleAnlegen anlegen(TabellenDef def, std::vector<Zeile> zeilen) {
-    return {std::move(def), [zeilen] { return std::make_unique<Zeilen>(zeilen); }};
-}
-
-inline FeldDef feld(const QString& name, int typ, int groesse = 0) {
-    FeldDef def;
-    def.name = name;
-    def.typ = typ;
-    def.groesse = groesse;
-    return def;
-}
 
 inline engine::IndexDef index(const QString& name, const QString& feldname, bool eindeutig, bool primaer = false) {
     engine::IndexDef def;
@@ -102,13 +80,6 @@ inline std::vector<Zeile> kundenzeilen(int anzahl) {
     std::vector<Zeile> zeilen;
     for (int i = 1; i <= anzahl; ++i)
         zeilen.push_back({Wert(i), Wert(QStringLiteral("Müller %1").arg(i % 97))});
-    return zeilen;
-}
-
-inline std::vector<Zeile> alleZeilen(jet::MdbDatei& datei, const QString& tabelle) {
-    std::vector<Zeile> zeilen;
-    const auto quelle = datei.zeilenLesen(tabelle);
-    for (Zeile zeile; quelle->naechste(zeile);) zeilen.push_back(zeile);
     return zeilen;
 }
 

@@ -11,8 +11,11 @@
 
 #include "base/fehler.h"
 #include "engine/jet/seiten.h"
+#include "gemeinsam/tabellenprobe.h"
 
 namespace proben {
+
+using tabellenprobe::fehlerVon;
 
 // Path of a sample: `name` is "jet3-typen.mdb" or "daten/adressen-500.mdb".
 inline QString pfad(const QString& name) {
@@ -29,18 +32,6 @@ inline std::unique_ptr<jet::Seitendatei> oeffnen(const QString& name) {
     auto geraet = std::make_unique<QFile>(pfad(name));
     geraet->open(QIODevice::ReadOnly);
     return std::make_unique<jet::Seitendatei>(std::move(geraet));
-}
-
-// The number of the EngineFehler that `tun` raises; 0 if it raises none.
-template <typename F>
-int fehlerVon(F tun, QString* text = nullptr) {
-    try {
-        tun();
-        return 0;
-    } catch (const EngineFehler& fehler) {
-        if (text) *text = fehler.beschreibung();
-        return fehler.nummer();
-    }
 }
 
 inline const QStringList& alle() {
