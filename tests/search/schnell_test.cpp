@@ -138,8 +138,8 @@ float relevanzEinesPaars(const FeldZuordnungen& zuordnungen, bool differenzieren
     return 0;
 }
 
-// A million pairs; ten million with LINDGARN_LANGE_TESTS. A program that watches its memory takes ten times as long
-// for each of them and looks at a part.
+// A million pairs; ten million with LINDGARN_LANGE_TESTS. A program that watches its memory takes ten times
+// as long for each of them and looks at a part.
 qint64 genugPaare() {
     if (qEnvironmentVariableIsSet("LINDGARN_LANGE_TESTS")) return 10000000;
     return LINDGARN_INSTRUMENTIERT ? 300000 : 1000000;

@@ -18,16 +18,20 @@ namespace engine {
 Dateistand dateistandLesen(const QString& pfad) {
     struct stat angaben {};
     if (::stat(QFile::encodeName(pfad).constData(), &angaben) != 0)
-        throw EngineFehler(kDateiFehlt, QStringLiteral("Die Datei '%1' ist nicht vorhanden oder nicht erreichbar.").arg(pfad));
+        throw EngineFehler(
+            kDateiFehlt,
+            QStringLiteral("Die Datei '%1' ist nicht vorhanden oder nicht erreichbar.").arg(pfad));
     return {qint64(angaben.st_size), qint64(angaben.st_mtim.tv_sec) * 1'000'000'000 + angaben.st_mtim.tv_nsec,
             quint64(angaben.st_dev), quint64(angaben.st_ino)};
 }
 
 void standVergleichen(const QString& ziel, const Dateistand& stand) {
     if (dateistandLesen(ziel) == stand) return;
-    throw EngineFehler(kDateiGeaendert, QStringLiteral("Die Datei '%1' wurde inzwischen von einem anderen Programm "
-        "geändert. Sie wird nicht überschrieben. Öffnen Sie die Datenbank neu und wiederholen Sie den Vorgang.")
-        .arg(QFileInfo(ziel).fileName()));
+    throw EngineFehler(kDateiGeaendert,
+                       QStringLiteral("Die Datei '%1' wurde inzwischen von einem anderen Programm "
+                                      "geändert. Sie wird nicht überschrieben. Öffnen Sie die Datenbank neu "
+                                      "und wiederholen Sie den Vorgang.")
+                           .arg(QFileInfo(ziel).fileName()));
 }
 
 void schreibbarkeitPruefen(const QString& pfad) {
@@ -40,8 +44,10 @@ void schreibbarkeitPruefen(const QString& pfad) {
     const bool fremdeSperre = ::fcntl(*griff, F_GETLK, &bereich) == 0 && bereich.l_type != F_UNLCK;
     const bool gesperrt = ::flock(*griff, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
     if (fremdeSperre || gesperrt)
-        throw EngineFehler(kDateiGesperrt, QStringLiteral("Die Datei '%1' ist in einem anderen Programm geöffnet. "
-            "Schließen Sie sie dort und versuchen Sie es noch einmal.").arg(QFileInfo(ziel).fileName()));
+        throw EngineFehler(kDateiGesperrt,
+                           QStringLiteral("Die Datei '%1' ist in einem anderen Programm geöffnet. "
+                                          "Schließen Sie sie dort und versuchen Sie es noch einmal.")
+                               .arg(QFileInfo(ziel).fileName()));
     if (::access(QFile::encodeName(QFileInfo(ziel).absolutePath()).constData(), W_OK | X_OK) != 0)
         systemfehler(ziel, QStringLiteral("geschrieben"));
 }
@@ -66,4 +72,3 @@ Dateistand dateiAustauschen(const QString& pfad, const Dateistand& stand,
 }
 
 }  // namespace engine
-

@@ -79,10 +79,8 @@ Beiname neueDatei(const QString& ziel, const QString& vorbild, bool mitInhalt) {
 }  // namespace
 
 QString Rechnerkennung() {
-    static const QString kennung =
-        QString::fromLatin1(QCryptographicHash::hash(QSysInfo::machineUniqueId(), QCryptographicHash::Sha256)
-                                .toHex()
-                                .left(8));
+    static const QString kennung = QString::fromLatin1(
+        QCryptographicHash::hash(QSysInfo::machineUniqueId(), QCryptographicHash::Sha256).toHex().left(8));
     return kennung;
 }
 

@@ -48,8 +48,8 @@ Griff zumLesenOeffnen(const QString& pfad);
 // The file that a symbolic link in the end leads to; the path itself when it leads nowhere.
 QString zielVon(const QString& pfad);
 
-// Eight letters and digits that stand for this computer in the names of temporary files: on a shared drive nobody
-// takes the files of a program that runs elsewhere for refuse.
+// Eight letters and digits that stand for this computer in the names of temporary files: on a shared drive
+// nobody takes the files of a program that runs elsewhere for refuse.
 QString Rechnerkennung();
 
 // A new, empty file beside `ziel`, under a private name that no program takes for data. With a file as

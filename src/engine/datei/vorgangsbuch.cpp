@@ -123,7 +123,8 @@ qint64 prozessAusName(const QString& name) {
 Vorgangsbuch::Vorgangsbuch(const QString& ordner, const std::vector<Buchung>& buchungen)
     : pfad_(QDir(ordner).filePath(buchname(::getpid()))) {
     const QByteArray text = alsText(buchungen);
-    const Griff griff(::open(roh(pfad_).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+    const Griff griff(
+        ::open(roh(pfad_).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
     if (!griff.offen()) systemfehler(pfad_, QStringLiteral("angelegt"));
     Beiname halb(pfad_);
     ganzSchreiben(*griff, text.constData(), text.size(), pfad_);

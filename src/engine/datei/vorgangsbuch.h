@@ -1,4 +1,5 @@
-// The way back from a change of several files that a crash interrupted, kept on the disk while the change goes on.
+// The way back from a change of several files that a crash interrupted, kept on the disk while the change
+// goes on.
 #pragma once
 
 #include <QString>
@@ -11,7 +12,8 @@ struct Buchung {
     QString ziel;
     // Where the old content is kept meanwhile; empty when there was no such file before.
     QString alt;
-    // The new file's identity (inode); 0 when the file is removed. A file that came from elsewhere is not touched.
+    // The new file's identity (inode); 0 when the file is removed. A file that came from elsewhere is not
+    // touched.
     quint64 knoten = 0;
 };
 
@@ -25,20 +27,21 @@ class Vorgangsbuch {
     Vorgangsbuch(const Vorgangsbuch&) = delete;
     Vorgangsbuch& operator=(const Vorgangsbuch&) = delete;
 
-    // The change is done: from here on a crash leaves the new files. Raises kDateifehler when the book cannot be
-    // taken away.
+    // The change is done: from here on a crash leaves the new files. Raises kDateifehler when the book cannot
+    // be taken away.
     void abschliessen();
 
   private:
     QString pfad_;
 };
 
-// Clears what crashed programs left in a folder: undoes changes whose book is there, then removes the copies under
-// private names. Only what belongs to programs of this computer that run no more is touched. Never raises; what cannot be cleared
-// now stays for the next time.
+// Clears what crashed programs left in a folder: undoes changes whose book is there, then removes the copies
+// under private names. Only what belongs to programs of this computer that run no more is touched. Never
+// raises; what cannot be cleared now stays for the next time.
 void ueberbleibselRaeumen(const QString& ordner);
 
-// The number of the process of this computer that a private name belongs to; 0 for all other names. The form is
+// The number of the process of this computer that a private name belongs to; 0 for all other names. The form
+// is
 // "<name of the file>.lindgarn-<computer>-<process>-<number>".
 qint64 prozessAusName(const QString& name);
 

@@ -180,7 +180,8 @@ class Planung {
 
 class Tabellenzeilen : public engine::Zeilenquelle {
   public:
-    Tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe, Tabellenplan plan, QString tabelle, Lesebericht bericht)
+    Tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe, Tabellenplan plan, QString tabelle,
+                   Lesebericht bericht)
         : mappe_(std::move(mappe)),
           plan_(std::move(plan)),
           tabelle_(std::move(tabelle)),
@@ -258,10 +259,12 @@ class Tabellenzeilen : public engine::Zeilenquelle {
         for (size_t i = 0; i < unpassende_.size(); ++i)
             if (const qint64 n = unpassende_[i])
                 saetze.push_back(
-                    QStringLiteral("Tabelle '%1', Feld '%2': %3 nicht zu den ersten Zeilen (%4) und %5 leer. Wandeln "
-                                   "Sie die Spalte in Excel in Text um, wenn Sie das brauchen.")
+                    QStringLiteral(
+                        "Tabelle '%1', Feld '%2': %3 nicht zu den ersten Zeilen (%4) und %5 leer. Wandeln "
+                        "Sie die Spalte in Excel in Text um, wenn Sie das brauchen.")
                         .arg(tabelle_, plan_.felder[i].name,
-                             n == 1 ? QStringLiteral("1 Wert passt") : QStringLiteral("%1 Werte passen").arg(n),
+                             n == 1 ? QStringLiteral("1 Wert passt")
+                                    : QStringLiteral("%1 Werte passen").arg(n),
                              inhaltVon(plan_.felder[i].typ),
                              n == 1 ? QStringLiteral("bleibt") : QStringLiteral("bleiben")));
         if (bericht_ && !saetze.empty()) std::exchange(bericht_, {})(saetze);
@@ -321,8 +324,9 @@ Tabellenplan tabellenplan(const Arbeitsmappe& mappe, const Tabellenort& ort) {
     return Planung(mappe, ort).planen();
 }
 
-std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe, Tabellenplan plan,
-                                                     const QString& tabelle, Lesebericht bericht) {
+std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe,
+                                                     Tabellenplan plan, const QString& tabelle,
+                                                     Lesebericht bericht) {
     return std::make_unique<Tabellenzeilen>(std::move(mappe), std::move(plan), tabelle, std::move(bericht));
 }
 

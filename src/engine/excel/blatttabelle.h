@@ -27,9 +27,10 @@ Tabellenplan tabellenplan(const Arbeitsmappe& mappe, const Tabellenort& ort);
 // What the user is to hear of the rows, once the last one was read.
 using Lesebericht = std::function<void(const std::vector<QString>& saetze)>;
 
-// The rows below the header. What does not fit a column's type is Null, and counted for the report; so are errors
-// and empty texts, which nobody misses. `tabelle` is the name that the report uses.
-std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe, Tabellenplan plan,
-                                                     const QString& tabelle = {}, Lesebericht bericht = {});
+// The rows below the header. What does not fit a column's type is Null, and counted for the report; so are
+// errors and empty texts, which nobody misses. `tabelle` is the name that the report uses.
+std::unique_ptr<engine::Zeilenquelle> tabellenzeilen(std::shared_ptr<const Arbeitsmappe> mappe,
+                                                     Tabellenplan plan, const QString& tabelle = {},
+                                                     Lesebericht bericht = {});
 
 }  // namespace excel

@@ -82,8 +82,8 @@ QByteArray guid(const Sicht& wert, bool absteigend) {
     return bloecke(bytes, absteigend);
 }
 
-// The row has the sign and four words, the most significant one first, each little endian. From Access 2007 on a
-// descending key is the complement of the ascending one, the sign included.
+// The row has the sign and four words, the most significant one first, each little endian. From Access 2007
+// on a descending key is the complement of the ascending one, the sign included.
 QByteArray dezimal(const Format& format, const Sicht& wert, bool absteigend) {
     QByteArray bytes = wert.teil(0, kDezimalBytes).toByteArray();
     const bool negativ = quint8(bytes[0]) & kOberstesBit;
@@ -96,7 +96,8 @@ QByteArray dezimal(const Format& format, const Sicht& wert, bool absteigend) {
 }
 
 QByteArray text(const Format& format, QByteArrayView wert, bool absteigend) {
-    QByteArray bytes = format.jet4 ? sort::sortSchluessel(textLesen(format, wert)) : sort::sortSchluessel97(wert);
+    QByteArray bytes =
+        format.jet4 ? sort::sortSchluessel(textLesen(format, wert)) : sort::sortSchluessel97(wert);
     if (!absteigend) return bytes;
     umkehren(bytes);
     return format.jet4 ? bytes + '\0' : bytes;
@@ -148,8 +149,7 @@ QByteArray wertSchluessel(const Format& format, const Spalte& spalte, bool abste
 }  // namespace
 
 bool schluesselMoeglich(const Spalte& spalte) {
-    if (spalte.istText())
-        return spalte.sortierung == kSortierungGeneral && spalte.sortVersion == 0;
+    if (spalte.istText()) return spalte.sortierung == kSortierungGeneral && spalte.sortVersion == 0;
     switch (spalte.typ) {
         case kTypOle:
             return false;

@@ -14,8 +14,9 @@ bool schluesselMoeglich(const Spalte& spalte);
 
 // Appends the key of one value: a flag byte (Null or not), then the value, complemented for a descending
 // column (in Jet 4 a text has another 00 behind it). `gespeichert` holds the bytes of the value as a row
-// stores it (of a Memo its content); nothing for Null. For Boolean: something for True, nothing for False. Raises kSystemgrenze for a column without keys,
-// kBeschaedigt for too few bytes. Seen in the index entries of files of Access 97 to 2003.
+// stores it (of a Memo its content); nothing for Null. For Boolean: something for True, nothing for False.
+// Raises kSystemgrenze for a column without keys, kBeschaedigt for too few bytes. Seen in the index entries
+// of files of Access 97 to 2003.
 void schluesselAnhaengen(QByteArray& ziel, const Format& format, const Spalte& spalte, bool absteigend,
                          const std::optional<QByteArray>& gespeichert);
 

@@ -153,7 +153,8 @@ QByteArray guidBytes(const Spalte& spalte, const Wert& wert) {
     });
     throw EngineFehler(
         kUmwandlung,
-        u"Ein Text des Feldes '%1' enthält das Zeichen '%2', das es in einer Datenbank von Access 97 nicht gibt: "
+        u"Ein Text des Feldes '%1' enthält das Zeichen '%2', das es in einer Datenbank von Access 97 nicht "
+        u"gibt: "
         "\"%3\". Ersetzen Sie es oder speichern Sie die Datenbank im Format von Access 2000 bis 2003."_qs.arg(
             spalte.name, QString(fehlt, fehlt->isHighSurrogate() ? 2 : 1), text.left(kGezeigterText)));
 }

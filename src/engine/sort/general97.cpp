@@ -16,7 +16,7 @@ constexpr quint8 kOhneAkzent = 2;
 struct Zeichen97 {
     std::array<char, 2> inlineBytes{};
     quint8 inlineLaenge = 0;
-    quint8 akzent = 0;       // half byte of an accented letter, 0 without
+    quint8 akzent = 0;        // half byte of an accented letter, 0 without
     quint8 akzentfaehig = 0;  // letters that can bear an accent and bear none: 2 for ß
 };
 

@@ -33,7 +33,8 @@ const std::array<Zeichen, 0x10000>& zeichentafel();
 // other, width; the second one runs of codes: from, to, kind, inline bytes of the first one, accent, other.
 extern const char* const kGeneralLatein;
 extern const char* const kGeneralUebrige;
-// The one of Access 97: byte of Windows-1252, kind, inline bytes, half byte of the accent, letters that could bear one.
+// The one of Access 97: byte of Windows-1252, kind, inline bytes, half byte of the accent, letters that could
+// bear one.
 extern const char* const kGeneral97;
 
 }  // namespace sort

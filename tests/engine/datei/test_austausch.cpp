@@ -216,7 +216,8 @@ TEST_F(AustauschTest, VerweisBleibtVerweisUndSeinZielWirdErsetzt) {
 }
 
 TEST_F(AustauschTest, RestEinesFrueherenVersuchsStoertNicht) {
-    const QString rest = QStringLiteral("%1.lindgarn-%2-%3-0").arg(pfad, engine::Rechnerkennung()).arg(::getpid());
+    const QString rest =
+        QStringLiteral("%1.lindgarn-%2-%3-0").arg(pfad, engine::Rechnerkennung()).arg(::getpid());
     schreiben(rest, "rest");
     dateiAustauschen(pfad, dateistandLesen(pfad), neuSchreiben, gutheissen);
     EXPECT_EQ(lesen(pfad), "neu");

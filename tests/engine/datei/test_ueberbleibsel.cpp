@@ -48,7 +48,8 @@ class Ueberbleibsel : public testing::Test {
         ASSERT_EQ(stand, 0);
     }
     void umbenennen(const QString& von, const QString& nach) const {
-        if (std::rename(QFile::encodeName(von).constData(), QFile::encodeName(nach).constData()) != 0) ::_exit(1);
+        if (std::rename(QFile::encodeName(von).constData(), QFile::encodeName(nach).constData()) != 0)
+            ::_exit(1);
     }
 
     QTemporaryDir ordner_;
@@ -105,7 +106,8 @@ TEST_F(Ueberbleibsel, NachDemAbschlussBleibtDasNeue) {
 TEST_F(Ueberbleibsel, EineKopieEinesTotenProzessesGeht) {
     schreiben(QStringLiteral("kunden.mdb"), "x");
     abstuerzenNach([&] {
-        engine::Beiname neu = engine::kopieDaneben(pfad(QStringLiteral("kunden.mdb")), pfad(QStringLiteral("kunden.mdb")));
+        engine::Beiname neu =
+            engine::kopieDaneben(pfad(QStringLiteral("kunden.mdb")), pfad(QStringLiteral("kunden.mdb")));
         neu.behalten();
     });
     ASSERT_EQ(inhalte().size(), 2u);
@@ -142,7 +144,8 @@ TEST_F(Ueberbleibsel, AllesAndereBleibt) {
 // The change had not begun when its book was being written.
 TEST_F(Ueberbleibsel, EinHalbesBuchGeht) {
     schreiben(QStringLiteral("kunden.dbf"), "x");
-    schreiben(QStringLiteral("lindgarn-%1-999999998.vorgang").arg(engine::Rechnerkennung()), "[{\"ziel\":\"kun");
+    schreiben(QStringLiteral("lindgarn-%1-999999998.vorgang").arg(engine::Rechnerkennung()),
+              "[{\"ziel\":\"kun");
     engine::ueberbleibselRaeumen(ordner_.path());
     EXPECT_EQ(inhalte(), (Inhalte{{QStringLiteral("kunden.dbf"), "x"}}));
 }
@@ -150,8 +153,8 @@ TEST_F(Ueberbleibsel, EinHalbesBuchGeht) {
 TEST_F(Ueberbleibsel, WasEinAndererInzwischenHingelegtHatBleibt) {
     abstuerzenNach([&] {
         engine::Beiname neu = engine::leereDateiDaneben(pfad(QStringLiteral("B.dbf")));
-        new engine::Vorgangsbuch(ordner_.path(),
-                                 {{QStringLiteral("B.dbf"), QString(), engine::dateistandLesen(neu.pfad()).knoten}});
+        new engine::Vorgangsbuch(ordner_.path(), {{QStringLiteral("B.dbf"), QString(),
+                                                   engine::dateistandLesen(neu.pfad()).knoten}});
         neu.behalten();
     });
     schreiben(QStringLiteral("B.dbf"), "von jemand anderem");

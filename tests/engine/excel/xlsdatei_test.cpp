@@ -138,9 +138,11 @@ TEST_F(ExcelDatei, WerteDieNichtZuDenErstenZeilenPassenWerdenMitDerNaechstenAend
     std::vector<engine::Zeile> zeilen(8, {Wert(DatumZeit{37000}), Wert(DatumZeit{37000}), Wert(u"x")});
     zeilen.push_back({Wert(DatumZeit{-20000}), Wert(DatumZeit{-20000}), Wert::null()});
     zeilen.push_back({Wert(DatumZeit{-20001}), Wert::null(), Wert(u"y")});
-    excel::XlsDatei(pfad).anwenden(
-        {neuetabelle::anlegen("Tage", {neuetabelle::feld(u"Geburtstag", dao::dbDate, 8), neuetabelle::feld(u"Eintritt", dao::dbDate, 8),
-                                       neuetabelle::feld(u"Text", dao::dbText, 255)}, zeilen)});
+    excel::XlsDatei(pfad).anwenden({neuetabelle::anlegen(
+        "Tage",
+        {neuetabelle::feld(u"Geburtstag", dao::dbDate, 8), neuetabelle::feld(u"Eintritt", dao::dbDate, 8),
+         neuetabelle::feld(u"Text", dao::dbText, 255)},
+        zeilen)});
     excel::XlsDatei mappe(pfad);
     for (int mal = 0; mal < 2; ++mal) {
         const auto quelle = mappe.zeilenLesen("Tage");
@@ -152,7 +154,8 @@ TEST_F(ExcelDatei, WerteDieNichtZuDenErstenZeilenPassenWerdenMitDerNaechstenAend
     const engine::Hinweise hinweise = mappe.anwenden({kleine("Neu")});
     ASSERT_EQ(hinweise.size(), 2u);
     EXPECT_EQ(hinweise[0].toStdString(),
-              "Tabelle 'Tage', Feld 'Geburtstag': 2 Werte passen nicht zu den ersten Zeilen (Datum) und bleiben leer. "
+              "Tabelle 'Tage', Feld 'Geburtstag': 2 Werte passen nicht zu den ersten Zeilen (Datum) und "
+              "bleiben leer. "
               "Wandeln Sie die Spalte in Excel in Text um, wenn Sie das brauchen.");
     EXPECT_TRUE(hinweise[1].contains(u"'Eintritt': 1 Wert passt nicht")) << hinweise[1].toStdString();
     EXPECT_TRUE(mappe.anwenden({kleine("Noch eine")}).empty());

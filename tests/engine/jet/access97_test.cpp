@@ -58,11 +58,13 @@ TEST_F(Access97, AlleFeldartenKommenBeiMdbtoolsAn) {
     EXPECT_EQ(mdbtools(u"mdb-ver"_qs, {pfad_}).trimmed(), u"JET3"_qs);
     const QStringList fremd = zeilenLautMdbtools(pfad_, def.name);
     ASSERT_EQ(fremd.size(), 3);
-    EXPECT_EQ(fremd[0].toStdString(),
-              "1|200|-12345|-2000000000|-123.4567|0.5|-1e+100|2001-12-31 12:00:00|0102FF|Größe, \"süß\" 5 €|" +
-                  lang.toStdString());
+    EXPECT_EQ(
+        fremd[0].toStdString(),
+        "1|200|-12345|-2000000000|-123.4567|0.5|-1e+100|2001-12-31 12:00:00|0102FF|Größe, \"süß\" 5 €|" +
+            lang.toStdString());
     EXPECT_EQ(fremd[1].toStdString(), "0|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL|NULL");
-    EXPECT_TRUE(fremd[2].endsWith(u"|"_qs + QString(255, u'ß') + u"|"_qs + einSatz)) << fremd[2].toStdString();
+    EXPECT_TRUE(fremd[2].endsWith(u"|"_qs + QString(255, u'ß') + u"|"_qs + einSatz))
+        << fremd[2].toStdString();
 }
 
 // Offsets are one byte each: rows of more than 256 bytes need the jump table, one entry for each 256 bytes.
@@ -104,10 +106,9 @@ TEST_F(Access97, ZuLangerDatensatzWirdVorherGesagt) {
     for (int i = 0; i < 8; ++i) def.felder.push_back(feld(u"F%1"_qs.arg(i), dao::dbText, 255));
     const QByteArray vorher = inhalt(pfad_);
     jet::MdbDatei datei(pfad_, QString());
-    EXPECT_EQ(proben::fehlerVon([&] {
-                  datei.anwenden({anlegen(def, {Zeile(8, Wert(QString(255, u'x')))})});
-              }),
-              kSystemgrenze);
+    EXPECT_EQ(
+        proben::fehlerVon([&] { datei.anwenden({anlegen(def, {Zeile(8, Wert(QString(255, u'x')))})}); }),
+        kSystemgrenze);
     EXPECT_EQ(inhalt(pfad_), vorher);
 }
 
@@ -115,7 +116,11 @@ TEST_F(Access97, ZeichenDieEsNichtGibtWerdenMitFeldGenannt) {
     const QByteArray vorher = inhalt(pfad_);
     jet::MdbDatei datei(pfad_, QString());
     QString meldung;
-    EXPECT_EQ(proben::fehlerVon([&] { datei.anwenden({anlegen(kunden(), {{Wert(1), Wert(u"Łódź")}})}); }, &meldung),
+    EXPECT_EQ(proben::fehlerVon(
+                  [&] {
+                      datei.anwenden({anlegen(kunden(), {{Wert(1), Wert(u"Łódź")}})});
+                  },
+                  &meldung),
               kUmwandlung);
     EXPECT_TRUE(meldung.contains(u"'Name'") && meldung.contains(u'Ł')) << meldung.toStdString();
     EXPECT_EQ(inhalt(pfad_), vorher);

@@ -157,7 +157,10 @@ TEST_F(MdbDatei, EinFehlerMittendrinLaesstDieDateiWieSieWar) {
     zweite.name = QStringLiteral("Zweite");
     const std::vector<engine::Aenderung> aenderungen{
         engine::TabelleLoeschen{QStringLiteral("Kunden")},
-        engine::TabelleAnlegen{zweite, [] { return std::make_unique<Kaputt>(std::make_shared<const std::vector<Zeile>>(kundenzeilen(1000))); }}};
+        engine::TabelleAnlegen{zweite, [] {
+                                   return std::make_unique<Kaputt>(
+                                       std::make_shared<const std::vector<Zeile>>(kundenzeilen(1000)));
+                               }}};
     EXPECT_EQ(proben::fehlerVon([&] { datei.anwenden(aenderungen); }), kBeschaedigt);
     EXPECT_EQ(inhalt(pfad_), vorher);
     EXPECT_EQ(QDir(ordner_.path()).entryList(QDir::Files | QDir::Hidden),
@@ -189,7 +192,8 @@ TEST_F(MdbDatei, AuchDieSperrdateiVonAccess2007) {
     EXPECT_EQ(proben::fehlerVon([&] { jet::MdbDatei datei(pfad_, QString()); }), kDateiGesperrt);
 }
 
-// Seen in a real file: the map of free pages was an inline one before, and its row is longer than the pointers.
+// Seen in a real file: the map of free pages was an inline one before, and its row is longer than the
+// pointers.
 TEST_F(MdbDatei, HinterDenVerweisenDerFreilisteStehtNichts) {
     QFile datei(pfad_);
     ASSERT_TRUE(datei.open(QIODevice::ReadWrite));

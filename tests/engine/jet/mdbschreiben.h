@@ -58,7 +58,8 @@ class Kaputt : public Zeilen {
     }
 };
 
-inline engine::IndexDef index(const QString& name, const QString& feldname, bool eindeutig, bool primaer = false) {
+inline engine::IndexDef index(const QString& name, const QString& feldname, bool eindeutig,
+                              bool primaer = false) {
     engine::IndexDef def;
     def.name = name;
     def.felder = {{feldname, false}};
