@@ -83,6 +83,23 @@ class AmProgramm(unittest.TestCase):
         fern.rahmen(11)
         return felder, ziel
 
+    def phase_treffen(self, fern, phase, vorbereiten):
+        """Starts the run that `vorbereiten` makes ready and returns while frame 6 tells of the phase.
+
+        A phase may be over before anybody looks: the run then goes on to its review, is left there, and started anew.
+        """
+        for _ in range(8):
+            vorbereiten()
+            fern.klicken("btnWeiter")
+            fern.warten("rahmen", 6)
+            while fern.zustand()["gRahmen"] == 6:
+                if phase in fern.text("lblInformation"):
+                    return
+            fern.warten("fenster", "frmDublettenBearbeiten")
+            fern.klicken("btnAbbrechen")
+            fern.rahmen(3)
+        self.fail(f"'{phase}' was never seen")
+
     def review_oeffnen(self, fern, ms=120000):
         fern.klicken("btnWeiter")
         fern.warten("fenster", "frmDublettenBearbeiten", ms)

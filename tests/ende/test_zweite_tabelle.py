@@ -176,6 +176,10 @@ class ZweiteTabelle(gemeinsam.AmProgramm):
             self.assertEqual(bytes_vorher, self.datei.read_bytes())
             self.assertEqual(["Adressen", "Messe"], self.fern.lesen("lstTabellen")["eintraege"])
 
+    def bis_zum_abgleich(self, tabelle):
+        self.fern.setzen("lstTabellen", tabelle)
+        self.bis_suchoptionen_mit(4, 51, "cbxDatenabgleich")
+
     def test_abbrechen_in_jeder_phase(self):
         self.datei = self.kopie(gemeinsam.fremde_datei("daten/adressen-10000.mdb"))
         tabelle = mdbtools.tabellen(self.datei)[0]
@@ -184,12 +188,7 @@ class ZweiteTabelle(gemeinsam.AmProgramm):
         self.bis_tabelle(self.fern, self.datei, tabelle)
         for phase in (f"Bereite Tabelle '{tabelle}' vor", f"Mische '{tabelle}'", "Bereite Tabelle auf Vergleich vor", "Durchsuche", "Reichere"):
             with self.subTest(phase):
-                self.fern.setzen("lstTabellen", tabelle)
-                self.bis_suchoptionen_mit(4, 51, "cbxDatenabgleich")
-                self.fern.klicken("btnWeiter")
-                self.fern.rahmen(6)
-                while phase not in self.fern.text("lblInformation"):
-                    self.fern.rahmen(6, 0)
+                self.phase_treffen(self.fern, phase, lambda: self.bis_zum_abgleich(tabelle))
                 self.fern.klicken("btnZurück")
                 self.fern.warten("meldung")
                 self.fern.druecken("Ja")
