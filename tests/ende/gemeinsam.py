@@ -83,7 +83,7 @@ class AmProgramm(unittest.TestCase):
         fern.rahmen(11)
         return felder, ziel
 
-    def phase_treffen(self, fern, phase, vorbereiten):
+    def phase_treffen(self, fern, phase, vorbereiten, review="frmDublettenBearbeiten"):
         """Starts the run that `vorbereiten` makes ready and returns while frame 6 tells of the phase.
 
         A phase may be over before anybody looks: the run then goes on to its review, is left there, and started anew.
@@ -95,7 +95,7 @@ class AmProgramm(unittest.TestCase):
             while fern.zustand()["gRahmen"] == 6:
                 if phase in fern.text("lblInformation"):
                     return
-            fern.warten("fenster", "frmDublettenBearbeiten")
+            fern.warten("fenster", review)
             fern.klicken("btnAbbrechen")
             fern.rahmen(3)
         self.fail(f"'{phase}' was never seen")

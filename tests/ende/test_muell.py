@@ -75,6 +75,11 @@ class Muell(gemeinsam.AmProgramm):
     def bis_optionen(self, tabelle="Adressen"):
         """From the welcome page to frame 21. Returns the lines of the field list and the target's name."""
         self.bis_tabelle(self.fern, self.datei, tabelle)
+        return self.von_tabelle_bis_optionen(tabelle)
+
+    def von_tabelle_bis_optionen(self, tabelle):
+        """From frame 3 to frame 21."""
+        self.fern.setzen("lstTabellen", tabelle)
         self.fern.klicken("btnWeiter")
         self.fern.rahmen(5)
         self.fern.klicken("btnAuswahl_2")
@@ -164,25 +169,14 @@ class Muell(gemeinsam.AmProgramm):
         self.datei = self.kopie(gemeinsam.fremde_datei("daten/adressen-10000.mdb"))
         vorher = self.datei.read_bytes()
         tabelle = mdbtools.tabellen(self.datei)[0]
-        self.bis_optionen(tabelle)
+        self.bis_tabelle(self.fern, self.datei, tabelle)
         for phase in ("Bereite Tabelle", "Durchsuche"):
             with self.subTest(phase):
-                self.fern.klicken("btnWeiter")
-                self.fern.rahmen(6)
-                while phase not in self.fern.text("lblInformation"):
-                    self.fern.rahmen(6, 0)
+                self.phase_treffen(self.fern, phase, lambda: self.von_tabelle_bis_optionen(tabelle), "frmMüllBearbeiten")
                 self.fern.klicken("btnZurück")
                 self.fern.warten("meldung")
                 self.fern.druecken("Ja")
                 self.nichts_bleibt(vorher)
-            self.fern.setzen("lstTabellen", tabelle)
-            self.fern.klicken("btnWeiter")
-            self.fern.rahmen(5)
-            self.fern.klicken("btnAuswahl_2")
-            for rahmen in (7, 4):
-                self.fern.rahmen(rahmen)
-                self.fern.klicken("btnWeiter")
-            self.fern.rahmen(21)
 
     def test_nichts_gefunden(self):
         vorher = self.datei.read_bytes()
