@@ -7,9 +7,10 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <map>
+#include <memory>
 
 #include "base/fehler.h"
 #include "engine/datei/vorgangsbuch.h"
@@ -57,10 +58,6 @@ void verschiebenWennFrei(const QString& von, const QString& nach) {
 // The steps done so far, and the way back.
 class Verlauf {
   public:
-    ~Verlauf() {
-        for (auto schritt = getan_.rbegin(); schritt != getan_.rend(); ++schritt) zuruecknehmen(*schritt);
-    }
-
     void neueDatei(const QString& von, const QString& ziel) {
         verschiebenWennFrei(von, ziel);
         getan_.push_back({ziel, QString()});
@@ -86,7 +83,14 @@ class Verlauf {
     void abschliessen() {
         for (const Schritt& schritt : getan_)
             if (!schritt.alt.isEmpty()) ::unlink(roh(schritt.alt).constData());
-        getan_.clear();
+    }
+
+    // Undoes the steps, the last one first. False when one of them could not be undone; the others are.
+    bool zuruecknehmen() {
+        bool alle = true;
+        for (auto schritt = getan_.rbegin(); schritt != getan_.rend(); ++schritt)
+            alle = zuruecknehmen(*schritt) && alle;
+        return alle;
     }
 
   private:
@@ -95,14 +99,11 @@ class Verlauf {
         QString alt;  // where the old content is; empty for a file that was not there
     };
 
-    static void zuruecknehmen(const Schritt& schritt) {
-        if (schritt.alt.isEmpty()) {
-            ::unlink(roh(schritt.ziel).constData());
-            return;
-        }
-        const bool zurueck = ::rename(roh(schritt.alt).constData(), roh(schritt.ziel).constData()) == 0;
+    static bool zuruecknehmen(const Schritt& schritt) {
+        if (schritt.alt.isEmpty()) return ::unlink(roh(schritt.ziel).constData()) == 0 || errno == ENOENT;
+        if (::rename(roh(schritt.alt).constData(), roh(schritt.ziel).constData()) != 0) return false;
         // Two names of one file: the renaming has nothing to do and leaves both.
-        if (zurueck && vorhanden(schritt.alt)) ::unlink(roh(schritt.alt).constData());
+        return !vorhanden(schritt.alt) || ::unlink(roh(schritt.alt).constData()) == 0;
     }
 
     std::vector<Schritt> getan_;
@@ -120,37 +121,28 @@ std::vector<QString> beinamenWaehlen(const std::vector<Gruppenschritt>& schritte
     return alte;
 }
 
-// A single file changes in one step; a crash between several needs a way back.
-std::optional<Vorgangsbuch> buchFuehren(const std::vector<Gruppenschritt>& schritte,
-                                        const std::vector<QString>& alte) {
-    if (schritte.size() < 2) return std::nullopt;
-    const QString ordner = QFileInfo(schritte.front().ziel).absolutePath();
-    const bool inEinemOrdner = std::all_of(schritte.begin(), schritte.end(), [&](const Gruppenschritt& s) {
-        return QFileInfo(s.ziel).absolutePath() == ordner;
-    });
-    if (!inEinemOrdner) return std::nullopt;
-    std::vector<Buchung> buchungen;
+// One book for each folder, which speaks of its own files alone.
+using Buecher = std::vector<std::unique_ptr<Vorgangsbuch>>;
+
+// What a file is called while its change goes on is refuse only when no book speaks of it. So there is one
+// for every change, and it stays while the way back has not been gone to its end.
+void buecherFuehren(Buecher& buecher, const std::vector<Gruppenschritt>& schritte,
+                    const std::vector<QString>& alte) {
+    std::map<QString, std::vector<Buchung>> buchungen;
     for (size_t i = 0; i < schritte.size(); ++i) {
         const QString neu = schritte[i].neu.pfad();
         struct stat angaben {};
         if (!neu.isEmpty() && ::lstat(roh(neu).constData(), &angaben) != 0)
             systemfehler(schritte[i].ziel, QStringLiteral("ersetzt"));
-        buchungen.push_back({nameVon(schritte[i].ziel), nameVon(alte[i]), quint64(angaben.st_ino)});
+        const QFileInfo ziel(schritte[i].ziel);
+        buchungen[ziel.absolutePath()].push_back(
+            {ziel.fileName(), nameVon(alte[i]), quint64(angaben.st_ino)});
     }
-    return std::optional<Vorgangsbuch>(std::in_place, ordner, buchungen);
+    for (const auto& [ordner, liste] : buchungen)
+        buecher.push_back(std::make_unique<Vorgangsbuch>(ordner, liste));
 }
 
-}  // namespace
-
-void gruppePruefen(const std::vector<Gruppenschritt>& schritte) {
-    for (const Gruppenschritt& schritt : schritte) schrittPruefen(schritt);
-}
-
-void gruppeAustauschen(std::vector<Gruppenschritt> schritte) {
-    gruppePruefen(schritte);
-    const std::vector<QString> alte = beinamenWaehlen(schritte);
-    std::optional<Vorgangsbuch> buch = buchFuehren(schritte, alte);
-    Verlauf verlauf;
+void schritteTun(std::vector<Gruppenschritt>& schritte, const std::vector<QString>& alte, Verlauf& verlauf) {
     for (size_t i = 0; i < schritte.size(); ++i) {
         Gruppenschritt& schritt = schritte[i];
         // Looked at once more, since the steps before it took their time.
@@ -165,7 +157,29 @@ void gruppeAustauschen(std::vector<Gruppenschritt> schritte) {
         schritt.neu.behalten();
     }
     if (!schritte.empty()) ordnerAufPlatteBringen(schritte.front().ziel);
-    if (buch) buch->abschliessen();
+}
+
+}  // namespace
+
+void gruppePruefen(const std::vector<Gruppenschritt>& schritte) {
+    for (const Gruppenschritt& schritt : schritte) schrittPruefen(schritt);
+}
+
+void gruppeAustauschen(std::vector<Gruppenschritt> schritte) {
+    gruppePruefen(schritte);
+    const std::vector<QString> alte = beinamenWaehlen(schritte);
+    Buecher buecher;
+    Verlauf verlauf;
+    try {
+        buecherFuehren(buecher, schritte, alte);
+        schritteTun(schritte, alte, verlauf);
+        for (const auto& buch : buecher) buch->abschliessen();
+    } catch (...) {
+        // What could not be put back now is put back by the books at the next start.
+        if (verlauf.zuruecknehmen())
+            for (const auto& buch : buecher) buch->verwerfen();
+        throw;
+    }
     verlauf.abschliessen();
 }
 

@@ -27,7 +27,7 @@ void gruppePruefen(const std::vector<Gruppenschritt>& schritte);
 // name beside its place; when a step fails, those before it are undone and the failure is raised: as from
 // `gruppePruefen`, kDatentraegerVoll or kDateifehler. A file at its place is at every moment the old or the
 // new one, except for one that is removed. A crash in between is undone by the next `ueberbleibselRaeumen`.
-// Where symbolic links lead to other folders there is no such way back from a crash.
+// Each folder that symbolic links lead to goes back for itself.
 void gruppeAustauschen(std::vector<Gruppenschritt> schritte);
 
 }  // namespace engine

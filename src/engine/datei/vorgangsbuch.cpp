@@ -15,6 +15,7 @@
 #include <cerrno>
 #include <optional>
 
+#include "base/fehler.h"
 #include "engine/datei/platte.h"
 
 namespace engine {
@@ -111,6 +112,14 @@ qint64 prozessAusBuchname(const QString& name) {
     return form.match(name).captured(1).toLongLong();
 }
 
+[[noreturn]] void unterbrochene(const QString& ordner) {
+    throw EngineFehler(
+        kDateifehler,
+        QStringLiteral("Im Ordner %1 liegt noch eine unterbrochene Änderung. Starten Sie Lindgarn "
+                       "neu; sie wird dann zurückgenommen.")
+            .arg(QDir::toNativeSeparators(ordner)));
+}
+
 }  // namespace
 
 qint64 prozessAusName(const QString& name) {
@@ -123,8 +132,8 @@ qint64 prozessAusName(const QString& name) {
 Vorgangsbuch::Vorgangsbuch(const QString& ordner, const std::vector<Buchung>& buchungen)
     : pfad_(QDir(ordner).filePath(buchname(::getpid()))) {
     const QByteArray text = alsText(buchungen);
-    const Griff griff(
-        ::open(roh(pfad_).constData(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+    const Griff griff(::open(roh(pfad_).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (!griff.offen() && errno == EEXIST) unterbrochene(ordner);
     if (!griff.offen()) systemfehler(pfad_, QStringLiteral("angelegt"));
     Beiname halb(pfad_);
     ganzSchreiben(*griff, text.constData(), text.size(), pfad_);
@@ -133,13 +142,14 @@ Vorgangsbuch::Vorgangsbuch(const QString& ordner, const std::vector<Buchung>& bu
     halb.behalten();
 }
 
-Vorgangsbuch::~Vorgangsbuch() {
-    if (!pfad_.isEmpty()) ::unlink(roh(pfad_).constData());
-}
-
 void Vorgangsbuch::abschliessen() {
     if (::unlink(roh(pfad_).constData()) != 0) systemfehler(pfad_, QStringLiteral("gelöscht"));
     ordnerAufPlatteBringen(pfad_);
+    pfad_.clear();
+}
+
+void Vorgangsbuch::verwerfen() {
+    if (!pfad_.isEmpty()) ::unlink(roh(pfad_).constData());
     pfad_.clear();
 }
 

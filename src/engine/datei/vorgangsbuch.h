@@ -20,16 +20,18 @@ struct Buchung {
 // While a book lies in a folder its change counts as not done. All names belong to one folder.
 class Vorgangsbuch {
   public:
-    // Writes the book and brings it to the disk. Raises as `systemfehler`.
+    // Writes the book and brings it to the disk. Raises as `systemfehler`; kDateifehler also when a book of an
+    // earlier change lies there, which is never written over.
     Vorgangsbuch(const QString& ordner, const std::vector<Buchung>& buchungen);
-    // Takes the book away, if it is still there: the way back was gone by the running program.
-    ~Vorgangsbuch();
     Vorgangsbuch(const Vorgangsbuch&) = delete;
     Vorgangsbuch& operator=(const Vorgangsbuch&) = delete;
 
     // The change is done: from here on a crash leaves the new files. Raises kDateifehler when the book cannot
     // be taken away.
     void abschliessen();
+
+    // Takes the book away because the running program has gone the way back itself.
+    void verwerfen();
 
   private:
     QString pfad_;

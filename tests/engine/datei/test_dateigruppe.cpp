@@ -1,14 +1,45 @@
 // Several files changed together: all or nothing, nobody else's file lost.
 #include "engine/datei/dateigruppe.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <cerrno>
+#include <cstdio>
+#include <functional>
 #include <map>
 
 #include "base/fehler.h"
+#include "engine/datei/vorgangsbuch.h"
+#include "gemeinsam/fehlernummer.h"
+
+// What the disk does from a chosen renaming on. The two functions take the place of the C library's.
+namespace {
+enum class Platte { kHeil, kVersagt, kStromWeg };
+Platte platte = Platte::kHeil;
+int umbenennungenBisDahin = 0;
+bool zweiteNamen = true;  // FAT has none
+}  // namespace
+
+extern "C" int rename(const char* von, const char* nach) noexcept {
+    if (platte != Platte::kHeil && umbenennungenBisDahin-- <= 0) {
+        if (platte == Platte::kStromWeg) ::_exit(0);
+        errno = EIO;
+        return -1;
+    }
+    return ::renameat(AT_FDCWD, von, AT_FDCWD, nach);
+}
+
+extern "C" int link(const char* von, const char* nach) noexcept {
+    if (zweiteNamen) return ::linkat(AT_FDCWD, von, AT_FDCWD, nach, 0);
+    errno = EPERM;
+    return -1;
+}
 
 namespace {
 
@@ -46,13 +77,16 @@ class DateigruppeTest : public testing::Test {
     }
 
     int austauschen(std::vector<Gruppenschritt> schritte) {
-        try {
-            engine::gruppeAustauschen(std::move(schritte));
-            return 0;
-        } catch (const EngineFehler& fehler) {
-            EXPECT_FALSE(fehler.beschreibung().isEmpty());
-            return fehler.nummer();
-        }
+        return fehlerVon([&] { engine::gruppeAustauschen(std::move(schritte)); });
+    }
+
+    // The process ends without clearing up, unless it was dead before.
+    void inEigenemProzess(const std::function<bool()>& tun) {
+        const pid_t kind = ::fork();
+        if (kind == 0) ::_exit(tun() ? 0 : 1);
+        int ausgang = 0;
+        ASSERT_EQ(::waitpid(kind, &ausgang, 0), kind);
+        ASSERT_EQ(ausgang, 0);
     }
 
     // The files a, b and c; steps that replace a, make d, remove b.
@@ -90,6 +124,45 @@ TEST_F(DateigruppeTest, ScheiternderSchrittNimmtDieFrueherenZurueck) {
         EXPECT_EQ(austauschen(std::move(schritte)), kDateifehler) << scheitert;
         EXPECT_EQ(alles(), anfang) << scheitert;
     }
+}
+
+// Neither the way forward nor the way back: what was replaced lies under its private name, and the next start
+// puts it back.
+TEST_F(DateigruppeTest, HoltDerNaechsteStartZurueckWasSelbstNichtZurueckging) {
+    inEigenemProzess([&] {
+        platte = Platte::kVersagt;
+        umbenennungenBisDahin = 1;
+        return austauschen(dreiSchritte()) == kDateifehler;
+    });
+    EXPECT_EQ(alles().at(QStringLiteral("a")), "neues a");
+    engine::ueberbleibselRaeumen(ordner.path());
+    EXPECT_EQ(alles(), anfang);
+}
+
+// Where files have one name only, the place is empty between the two renamings.
+TEST_F(DateigruppeTest, FuehrtAuchUeberEinenEinzigenSchrittBuch) {
+    inEigenemProzess([&] {
+        platte = Platte::kStromWeg;
+        umbenennungenBisDahin = 1;
+        zweiteNamen = false;
+        std::vector<Gruppenschritt> schritte;
+        schritte.push_back(neu("a", "neues a"));
+        austauschen(std::move(schritte));
+        return false;
+    });
+    EXPECT_FALSE(QFile::exists(pfad("a")));
+    engine::ueberbleibselRaeumen(ordner.path());
+    EXPECT_EQ(alles(), anfang);
+}
+
+TEST_F(DateigruppeTest, SchreibtKeinBuchUeberEinesVonFrueher) {
+    const QString buch =
+        QStringLiteral("lindgarn-%1-%2.vorgang").arg(engine::Rechnerkennung()).arg(::getpid());
+    schreiben(ordner.filePath(buch), "von frueher");
+    std::map<QString, QByteArray> vorher = anfang;
+    vorher[buch] = "von frueher";
+    EXPECT_EQ(austauschen(dreiSchritte()), kDateifehler);
+    EXPECT_EQ(alles(), vorher);
 }
 
 TEST_F(DateigruppeTest, FremdeAenderungHaeltAllesAuf) {
