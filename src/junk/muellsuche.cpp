@@ -5,6 +5,7 @@
 #include "data/kopieren.h"
 #include "data/steuerfelder.h"
 #include "junk/muellpruefung.h"
+#include "run/abbruch.h"
 #include "run/fortschritt.h"
 #include "run/rahmen.h"
 #include "run/schritte.h"
@@ -198,19 +199,11 @@ void MuellsucheBeenden() {
 
 // The target goes, also one that stood there and that the user did not want to see overwritten.
 void MuellsucheAbbrechen() {
-    fenster().zurueckAktiv(false);
-    fenster().information(QStringLiteral("Breche Vorgang ab ..."));
-    FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
-    FortschrittAnhalten();
-    saetzeSchliessen();
-    // Drops the target, and brings back what was overwritten with the user's consent.
-    FehlerUebergehen([] { gDatenbank->Zuruecknehmen(); });
-    if (gZielAbgelehnt) {
+    VorgangAbbrechen(saetzeSchliessen, [] {
+        if (!gZielAbgelehnt) return;
         FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gMuellZiel); });
         DatenbankSichern();
-    }
-    RahmenWechseln(gRahmen, 3, true, true);
-    fenster().zurueckAktiv(true);
+    });
 }
 
 void quelleZaehlen() {

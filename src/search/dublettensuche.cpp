@@ -2,6 +2,7 @@
 #include "search/dublettensuche.h"
 
 #include "data/datenzugriff.h"
+#include "run/abbruch.h"
 #include "run/rahmen.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
@@ -41,16 +42,6 @@ void KorrigierteTabelleErstellen() {
         [] { gFehler = true; });
 }
 
-void DublettensucheAbbrechen() {
-    fenster().zurueckAktiv(false);
-    fenster().information(QStringLiteral("Breche Vorgang ab ..."));
-    FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
-    // Drops the target and the work table, and brings back what was to be overwritten.
-    FehlerUebergehen([] { gDatenbank->Zuruecknehmen(); });
-    RahmenWechseln(gRahmen, 3, true, true);
-    fenster().zurueckAktiv(true);
-}
-
 // True when there is something to review; otherwise the user has been told.
 bool etwasGefunden() {
     if (gDublettenAnzahl > 0) return true;
@@ -88,5 +79,5 @@ void DublettensucheStarten(const QString& quelle, const QString& ziel) {
     if (durchfuehren(quelle))
         RahmenWechseln(12, 13, true, true);
     else
-        DublettensucheAbbrechen();
+        VorgangAbbrechen();
 }

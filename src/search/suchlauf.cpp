@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "data/datenzugriff.h"
+#include "run/abbruch.h"
 #include "run/fortschritt.h"
 #include "run/rahmen.h"
 #include "run/schritte.h"
@@ -154,13 +155,10 @@ void PaareLeeren() {
 }
 
 void SuchlaufAbbrechen() {
-    fenster().zurueckAktiv(false);
-    fenster().information(QStringLiteral("Breche Suchvorgang ab ..."));
-    FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
-    FortschrittAnhalten();
-    AlleDatenSchliessen();
-    FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gArbeitsTabelle); });
-    FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gSuchZiel); });
-    PaareLeeren();
-    fenster().zurueckAktiv(true);
+    LaufAbbrechen(QStringLiteral("Breche Suchvorgang ab ..."), [] {
+        AlleDatenSchliessen();
+        FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gArbeitsTabelle); });
+        FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gSuchZiel); });
+        PaareLeeren();
+    });
 }

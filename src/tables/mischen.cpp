@@ -6,6 +6,7 @@
 #include "data/datenzugriff.h"
 #include "data/kopieren.h"
 #include "data/steuerfelder.h"
+#include "run/abbruch.h"
 #include "run/fortschritt.h"
 #include "run/rahmen.h"
 #include "run/schritte.h"
@@ -198,13 +199,10 @@ void MischenAusfuehren() {
 }
 
 void MischenAbbrechen() {
-    fenster().zurueckAktiv(false);
-    fenster().information(QStringLiteral("Breche Mischvorgang ab ..."));
-    FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
-    FortschrittAnhalten();
-    for (auto* satz : {&gMischSatz1, &gMischSatz2, &gMischZielSatz}) schliessen(*satz);
-    FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gMischZiel); });
-    fenster().zurueckAktiv(true);
+    LaufAbbrechen(QStringLiteral("Breche Mischvorgang ab ..."), [] {
+        for (auto* satz : {&gMischSatz1, &gMischSatz2, &gMischZielSatz}) schliessen(*satz);
+        FehlerUebergehen([] { gDatenbank->TableDefs().Delete(gMischZiel); });
+    });
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include "data/datenzugriff.h"
 #include "data/steuerfelder.h"
+#include "run/abbruch.h"
 #include "run/rahmen.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
@@ -59,16 +60,6 @@ bool abschliessen(const QString& ziel, const Zweitabellenlauf& lauf) {
     return !Angehalten() && DatenbankSichern();
 }
 
-void abbrechen() {
-    fenster().zurueckAktiv(false);
-    fenster().information(QStringLiteral("Breche Vorgang ab ..."));
-    FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
-    // Drops the mix, the work table and the target, and brings back what was to be overwritten.
-    FehlerUebergehen([] { gDatenbank->Zuruecknehmen(); });
-    RahmenWechseln(gRahmen, 3, true, true);
-    fenster().zurueckAktiv(true);
-}
-
 }  // namespace
 
 void ZweitabellenlaufStarten(const QString& quelle, const QString& zweite, const QString& ziel,
@@ -84,7 +75,7 @@ void ZweitabellenlaufStarten(const QString& quelle, const QString& zweite, const
     if (!Angehalten() && abschliessen(ziel, lauf))
         RahmenWechseln(12, lauf.ergebnisrahmen, true, true);
     else
-        abbrechen();
+        VorgangAbbrechen();
 }
 
 QString StatusBedingung(int status) {

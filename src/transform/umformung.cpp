@@ -2,6 +2,7 @@
 #include "transform/umformung.h"
 
 #include "data/datenzugriff.h"
+#include "run/abbruch.h"
 #include "run/fortschritt.h"
 #include "run/rahmen.h"
 #include "run/zustand.h"
@@ -124,20 +125,11 @@ bool durchfuehren(const Umformung& umformung) {
     return !Angehalten() && DatenbankSichern();
 }
 
-void abbrechen() {
-    fenster().zurueckAktiv(false);
-    fenster().information(QStringLiteral("Breche Vorgang ab ..."));
-    FehlerUebergehen([] { gArbeitsbereich->Rollback(); });
-    FortschrittAnhalten();
+void saetzeSchliessen() {
     FehlerUebergehen([] { Gesetzt(quellDaten).Close(); });
     FehlerUebergehen([] { Gesetzt(zielDaten).Close(); });
     quellDaten.reset();
     zielDaten.reset();
-    // Drops the target, and brings back what was to be overwritten.
-    FehlerUebergehen([] { gDatenbank->Zuruecknehmen(); });
-    RahmenSchliessen(gRahmen, false);
-    RahmenOeffnen(3, true);
-    fenster().zurueckAktiv(true);
 }
 
 }  // namespace
@@ -154,5 +146,5 @@ void UmformungStarten(const QString& quelle, const QString& ziel, const Umformun
     if (durchfuehren(umformung))
         RahmenWechseln(6, umformung.ergebnisrahmen, true, true);
     else
-        abbrechen();
+        VorgangAbbrechen(saetzeSchliessen);
 }
