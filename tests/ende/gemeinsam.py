@@ -60,8 +60,26 @@ class AmProgramm(unittest.TestCase):
         fern.rahmen(2)
         fern.setzen("tbxDatenbankName", str(datei))
         fern.klicken("btnWeiter")
+        self.nach_dem_oeffnen(fern, datei)
         fern.rahmen(3)
         fern.setzen("lstTabellen", tabelle)
+
+    def nach_dem_oeffnen(self, fern, datei):
+        """What is told when a file was opened: nothing."""
+
+    def naechster_vorgang(self, tabelle, auswahl, rahmen):
+        """From a result frame to the options of another operation on a table. Returns the target's name."""
+        self.fern.klicken("btnWeiter")
+        self.fern.rahmen(3)
+        self.fern.setzen("lstTabellen", tabelle)
+        self.fern.klicken("btnWeiter")
+        self.fern.rahmen(5)
+        self.fern.klicken(auswahl)
+        self.fern.rahmen(4)
+        ziel = self.fern.text("tbxZielTabelle")
+        self.fern.klicken("btnWeiter")
+        self.fern.rahmen(rahmen)
+        return ziel
 
     def bis_suchoptionen(self, fern, datei, tabelle="Adressen"):
         """From the welcome page to frame 11. Returns the lines of the field list and the target's name."""

@@ -156,17 +156,8 @@ class Umformen(gemeinsam.AmProgramm):
         """Merge, then split the result, with the wizard going on from the result frame."""
         self.verschmelzen("PLZ", "Ort", " ", True)
         erstes = [t for t in mdbtools.tabellen(self.datei) if t not in self.vorher][0]
-        self.fern.klicken("btnWeiter")
-        self.fern.rahmen(3)
-        self.fern.setzen("lstTabellen", erstes)
-        self.fern.klicken("btnWeiter")
-        self.fern.rahmen(5)
-        self.fern.klicken("btnAuswahl_1")
-        self.fern.rahmen(4)
-        zweites = self.fern.text("tbxZielTabelle")
+        zweites = self.naechster_vorgang(erstes, "btnAuswahl_1", 31)
         self.assertIn("_#2__", zweites)
-        self.fern.klicken("btnWeiter")
-        self.fern.rahmen(31)
         self.fern.setzen("cbxSplitten1", "Beides")
         self.fern.setzen("tbxSplitten1", "PLZ")
         self.fern.setzen("tbxSplitten2", "Ort")

@@ -74,3 +74,17 @@ QStringList Speicherbank::spalte(const QString& tabelle, const QString& feld) {
 QStringList Speicherbank::felder(const QString& tabelle) {
     return FeldNamen(tabelle);
 }
+
+void Speicherbank::abbrechenBei(int n) {
+    f().beimEreignis = [this, n] {
+        if (f().ereignisse == n) gAbbruch = true;
+    };
+}
+
+void Speicherbank::nichtsGeblieben(const QStringList& tabellen) {
+    EXPECT_EQ(inhalt.namen(), tabellen);
+    EXPECT_EQ(gRahmen, 3);
+    EXPECT_EQ(f().informationen.last(), u"Breche Vorgang ab ...");
+    EXPECT_TRUE(f().zurueckKnopfAktiv);
+    EXPECT_FALSE(f().takt);
+}

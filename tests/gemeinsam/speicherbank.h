@@ -44,6 +44,11 @@ class Speicherbank : public testing::Test {
     // Expects the error box with this text.
     void erwarteFehler(const QString& text, Knopf knopf) { f().erwarte(text + u'\r', knopf); }
 
+    // Asks for the abort at the n-th yield.
+    void abbrechenBei(int n);
+    // After an abort: these are all tables of the file, and frame 3 is on show as before a run.
+    void nichtsGeblieben(const QStringList& tabellen);
+
     QTemporaryDir ordner;
     Speicherinhalt inhalt;
     std::optional<Fensterattrappe> attrappe;

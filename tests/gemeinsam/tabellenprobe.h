@@ -7,24 +7,15 @@
 
 #include "base/fehler.h"
 #include "engine/datei/datenbankdatei.h"
+#include "gemeinsam/fehlernummer.h"
 
 namespace tabellenprobe {
-
-// The number of the EngineFehler that `tun` raises; 0 if it raises none.
-template <typename F>
-int fehlerVon(F tun, QString* text = nullptr) {
-    try {
-        tun();
-        return 0;
-    } catch (const EngineFehler& fehler) {
-        if (text) *text = fehler.beschreibung();
-        return fehler.nummer();
-    }
-}
 
 class Zeilen : public engine::Zeilenquelle {
   public:
     explicit Zeilen(std::shared_ptr<const std::vector<engine::Zeile>> zeilen) : zeilen_(std::move(zeilen)) {}
+    explicit Zeilen(std::vector<engine::Zeile> zeilen)
+        : Zeilen(std::make_shared<const std::vector<engine::Zeile>>(std::move(zeilen))) {}
     bool naechste(engine::Zeile& zeile) override {
         if (naechste_ == zeilen_->size()) return false;
         zeile = (*zeilen_)[naechste_++];

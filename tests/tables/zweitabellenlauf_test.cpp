@@ -58,12 +58,9 @@ class Zweitabellen : public Speicherbank {
         EXPECT_EQ(felder(ziel), texte({u"Firma", u"Strasse", u"PLZ", u"Ort"}));
     }
     void nichtsGeblieben() {
-        EXPECT_EQ(gRahmen, 3);
         for (const char16_t* name : {u"TEMP_DA", u"TEMP_ND", u"TEMP_DS", u"Ziel"})
             EXPECT_FALSE(vorhanden(QString::fromUtf16(name)));
-        EXPECT_EQ(inhalt.namen(), (QStringList{QStringLiteral("Eins"), QStringLiteral("Zwei")}));
-        EXPECT_EQ(f().informationen.last(), u"Breche Vorgang ab ...");
-        EXPECT_TRUE(f().zurueckKnopfAktiv);
+        Speicherbank::nichtsGeblieben({QStringLiteral("Eins"), QStringLiteral("Zwei")});
     }
 
     const QString ziel = QStringLiteral("Ziel");

@@ -10,6 +10,7 @@
 #include "base/fehler.h"
 #include "engine/dao/oeffner.h"
 #include "engine/dao/workspace.h"
+#include "gemeinsam/tabellenprobe.h"
 
 // The content outlives the open database, as a file does.
 struct Speicherinhalt {
@@ -59,7 +60,7 @@ class Speicherdatei : public engine::Datenbankdatei {
 
     std::unique_ptr<engine::Zeilenquelle> zeilenLesen(const QString& tabelle) override {
         inhalt_.protokoll << QStringLiteral("lesen ") + tabelle;
-        return std::make_unique<Quelle>(vorhandene(inhalt_, tabelle).zeilen);
+        return std::make_unique<tabellenprobe::Zeilen>(vorhandene(inhalt_, tabelle).zeilen);
     }
 
     engine::Hinweise anwenden(const std::vector<engine::Aenderung>& aenderungen) override {
@@ -81,20 +82,6 @@ class Speicherdatei : public engine::Datenbankdatei {
     }
 
   private:
-    class Quelle : public engine::Zeilenquelle {
-      public:
-        explicit Quelle(std::vector<engine::Zeile> zeilen) : zeilen_(std::move(zeilen)) {}
-        bool naechste(engine::Zeile& zeile) override {
-            if (stelle_ >= zeilen_.size()) return false;
-            zeile = zeilen_[stelle_++];
-            return true;
-        }
-
-      private:
-        std::vector<engine::Zeile> zeilen_;
-        size_t stelle_ = 0;
-    };
-
     static Speicherinhalt::Tabelle& vorhandene(Speicherinhalt& inhalt, const QString& name) {
         Speicherinhalt::Tabelle* tabelle = inhalt.suchen(name);
         if (!tabelle) throw EngineFehler(kNichtGefunden, name);

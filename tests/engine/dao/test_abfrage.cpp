@@ -99,13 +99,13 @@ TEST(AbfrageTest, AllesAndereIst3075) {
                                  u"SELECT * FROM [T] WHERE [A] = 1.5",
                                  u"SELECT \xd83d * FROM [T]"}) {
         SCOPED_TRACE(QString::fromUtf16(text).toStdString());
-        EXPECT_EQ(nummerVon([&] { dao::auswahlabfrageLesen(QString::fromUtf16(text)); }), kSyntaxfehler);
+        EXPECT_EQ(fehlerVon([&] { dao::auswahlabfrageLesen(QString::fromUtf16(text)); }), kSyntaxfehler);
     }
     for (const char16_t* text :
          {u"DELETE FROM [T] WHERE [A] = 1", u"DELETE * FROM [T]", u"DELETE * FROM [T] WHERE [A] = 1 [B]",
           u"DELETE [A] FROM [T] WHERE [A] = 1", u"SELECT * FROM [T]"}) {
         SCOPED_TRACE(QString::fromUtf16(text).toStdString());
-        EXPECT_EQ(nummerVon([&] { dao::loeschabfrageLesen(QString::fromUtf16(text)); }), kSyntaxfehler);
+        EXPECT_EQ(fehlerVon([&] { dao::loeschabfrageLesen(QString::fromUtf16(text)); }), kSyntaxfehler);
     }
 }
 
@@ -123,12 +123,12 @@ TEST(AbfrageTest, FehlerNenntStelleUndErwartung) {
 TEST(AbfrageTest, TiefeSchachtelungWirdAbgelehntStattAbzustuerzen) {
     const int tief = 200000;
     const QString klammern = QString(tief, u'(') + QStringLiteral("[A]=1") + QString(tief, u')');
-    EXPECT_EQ(nummerVon([&] { dao::bedingungLesen(klammern); }), kSyntaxfehler);
-    EXPECT_EQ(nummerVon([&] {
+    EXPECT_EQ(fehlerVon([&] { dao::bedingungLesen(klammern); }), kSyntaxfehler);
+    EXPECT_EQ(fehlerVon([&] {
                   dao::bedingungLesen(QStringLiteral("NOT ").repeated(tief) + QStringLiteral("[A]=1"));
               }),
               kSyntaxfehler);
-    EXPECT_EQ(nummerVon([&] { dao::bedingungLesen(QStringLiteral("((((([A]=1)))))")); }), 0);
+    EXPECT_EQ(fehlerVon([&] { dao::bedingungLesen(QStringLiteral("((((([A]=1)))))")); }), 0);
 }
 
 class AuswahlTest : public Werkbank {
@@ -174,11 +174,11 @@ TEST_F(AuswahlTest, NullErfuelltWederDieBedingungNochIhrGegenteil) {
 TEST_F(AuswahlTest, UnbekanntesFeldIst3061) {
     for (const char16_t* text : {u"SELECT [X],* FROM [Kunden]", u"SELECT * FROM [Kunden] WHERE [X] = 1",
                                  u"SELECT * FROM [Kunden] ORDER BY [X]"})
-        EXPECT_EQ(nummerVon([&] { db->OpenRecordset(QString::fromUtf16(text)); }), kParameterFehlt);
+        EXPECT_EQ(fehlerVon([&] { db->OpenRecordset(QString::fromUtf16(text)); }), kParameterFehlt);
 }
 
 TEST_F(AuswahlTest, TextfeldGegenZahlIst3464) {
-    EXPECT_EQ(nummerVon([&] { nummern(u"WHERE [Name] = 1"); }), 3464);
+    EXPECT_EQ(fehlerVon([&] { nummern(u"WHERE [Name] = 1"); }), 3464);
 }
 
 TEST_F(AuswahlTest, TextSortiertNachDerAllgemeinenOrdnungMitNullZuerst) {

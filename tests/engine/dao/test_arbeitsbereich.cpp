@@ -44,7 +44,7 @@ TEST_F(ArbeitsbereichTest, PasswortMitSemikolonKommtGanzBeimFormatAn) {
 
 TEST_F(ArbeitsbereichTest, FehlendeDateiIst3024) {
     oeffnen();
-    EXPECT_EQ(nummerVon([&] {
+    EXPECT_EQ(fehlerVon([&] {
                   bereich->OpenDatabase(ordner.filePath(QStringLiteral("fehlt.mdb")), false, false,
                                         QStringLiteral(";PWD=;"));
               }),
@@ -55,7 +55,7 @@ TEST_F(ArbeitsbereichTest, UnbekanntesFormatIst3343) {
     oeffnen();
     const QString pfad = ordner.filePath(QStringLiteral("test.mdb"));
     for (const char16_t* text : {u"Access", u"Text;"})
-        EXPECT_EQ(nummerVon([&] { bereich->OpenDatabase(pfad, false, false, QString::fromUtf16(text)); }),
+        EXPECT_EQ(fehlerVon([&] { bereich->OpenDatabase(pfad, false, false, QString::fromUtf16(text)); }),
                   kDateiNichtLesbar);
 }
 
@@ -63,7 +63,7 @@ TEST_F(ArbeitsbereichTest, FormatOhneOeffnerIst3343) {
     oeffnen();
     const QString pfad = ordner.filePath(QStringLiteral("test.mdb"));
     dao::DateiOeffnerSetzen(dao::Dateiart::Excel, nullptr);
-    EXPECT_EQ(nummerVon([&] { bereich->OpenDatabase(pfad, false, false, QStringLiteral("Excel 5.0;")); }),
+    EXPECT_EQ(fehlerVon([&] { bereich->OpenDatabase(pfad, false, false, QStringLiteral("Excel 5.0;")); }),
               kDateiNichtLesbar);
 }
 
@@ -73,7 +73,7 @@ TEST_F(ArbeitsbereichTest, FehlerDesFormatsKommtDurch) {
                             [](const QString&, const QString&) -> std::unique_ptr<engine::Datenbankdatei> {
                                 throw EngineFehler(kPasswortFalsch, QStringLiteral("falsch"));
                             });
-    EXPECT_EQ(nummerVon([&] {
+    EXPECT_EQ(fehlerVon([&] {
                   bereich->OpenDatabase(ordner.filePath(QStringLiteral("test.mdb")), false, false,
                                         QStringLiteral(";PWD=x;"));
               }),
@@ -110,15 +110,15 @@ TEST_F(ArbeitsbereichTest, NachSchliessenIstAlles3420) {
     oeffnen();
     db->setQueryTimeout(1);
     db->Close();
-    EXPECT_EQ(nummerVon([&] { db->TableDefs(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { db->Relations(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { db->OpenRecordset(QStringLiteral("Kunden")); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { db->Execute(QStringLiteral("DELETE * FROM [Kunden] WHERE [Nr] = 1")); }),
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { db->Relations(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { db->OpenRecordset(QStringLiteral("Kunden")); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { db->Execute(QStringLiteral("DELETE * FROM [Kunden] WHERE [Nr] = 1")); }),
               kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { db->CreateTableDef(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { db->Sichern(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { db->ungesichert(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { db->Close(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { db->CreateTableDef(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { db->Sichern(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { db->ungesichert(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { db->Close(); }), kObjektUngueltig);
 }
 
 TEST_F(ArbeitsbereichTest, SchliessenOhneSichernVerwirft) {
@@ -131,11 +131,11 @@ TEST_F(ArbeitsbereichTest, SchliessenOhneSichernVerwirft) {
 TEST_F(ArbeitsbereichTest, SchliessenDesBereichsSchliesstDieDatenbanken) {
     oeffnen();
     bereich->Close();
-    EXPECT_EQ(nummerVon([&] { db->TableDefs(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { bereich->BeginTrans(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { bereich->OpenDatabase(QStringLiteral("x"), false, false, {}); }),
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { bereich->BeginTrans(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { bereich->OpenDatabase(QStringLiteral("x"), false, false, {}); }),
               kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { bereich->Close(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { bereich->Close(); }), kObjektUngueltig);
 }
 
 TEST_F(ArbeitsbereichTest, DatenbankUeberlebtIhrenBereich) {
@@ -147,9 +147,9 @@ TEST_F(ArbeitsbereichTest, DatenbankUeberlebtIhrenBereich) {
 
 TEST_F(ArbeitsbereichTest, FehlerlisteHatEinenEintragAbDemErstenFehler) {
     oeffnen();
-    EXPECT_NE(nummerVon([&] { db->OpenRecordset(QStringLiteral("Fehlt")); }), 0);
+    EXPECT_NE(fehlerVon([&] { db->OpenRecordset(QStringLiteral("Fehlt")); }), 0);
     EXPECT_EQ(dao::DBEngine::ErrorsCount(), 1);
-    EXPECT_NE(nummerVon([&] { db->OpenRecordset(QStringLiteral("Fehlt")); }), 0);
+    EXPECT_NE(fehlerVon([&] { db->OpenRecordset(QStringLiteral("Fehlt")); }), 0);
     EXPECT_EQ(dao::DBEngine::ErrorsCount(), 1);
     db->OpenRecordset(QStringLiteral("Kunden"));
     EXPECT_EQ(dao::DBEngine::ErrorsCount(), 1);

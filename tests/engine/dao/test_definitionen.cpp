@@ -27,16 +27,16 @@ TEST_F(DefinitionenTest, TabellenStehenInDerOrdnungDesKatalogsNeueZuletzt) {
 TEST_F(DefinitionenTest, UnbekanntesIst3265) {
     oeffnen();
     dao::TableDef& t = tabelle(u"Kunden");
-    EXPECT_EQ(nummerVon([&] { db->TableDefs().Item(2); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { db->TableDefs().Item(-1); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { tabelle(u"Fehlt"); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { db->TableDefs().Delete(QStringLiteral("Fehlt")); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { t.Fields().Item(4); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { t.Fields().Item(QStringLiteral("Fehlt")); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { t.Fields().Delete(QStringLiteral("Fehlt")); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { t.Indexes().Item(1); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { db->Relations().Item(0); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { db->Relations().Delete(QStringLiteral("Fehlt")); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Item(2); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Item(-1); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { tabelle(u"Fehlt"); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Delete(QStringLiteral("Fehlt")); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { t.Fields().Item(4); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { t.Fields().Item(QStringLiteral("Fehlt")); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { t.Fields().Delete(QStringLiteral("Fehlt")); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { t.Indexes().Item(1); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { db->Relations().Item(0); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { db->Relations().Delete(QStringLiteral("Fehlt")); }), kNichtInListe);
 }
 
 TEST_F(DefinitionenTest, EinzelheitenEinerTabelleDerDatei) {
@@ -69,7 +69,7 @@ TEST_F(DefinitionenTest, IndexDerNurEinerRelationDientIstKeinMitglied) {
     inhalt.tabellen[0].def.indexe.push_back(fremd);
     oeffnen();
     EXPECT_EQ(tabelle(u"Kunden").Indexes().Count(), 1);
-    EXPECT_EQ(nummerVon([&] { tabelle(u"Kunden").Fields().Delete(QStringLiteral("Ort")); }),
+    EXPECT_EQ(fehlerVon([&] { tabelle(u"Kunden").Fields().Delete(QStringLiteral("Ort")); }),
               kIndexFeldLoeschen);
 }
 
@@ -78,7 +78,7 @@ TEST_F(DefinitionenTest, NeueTabelleGibtEsErstNachAppend) {
     auto def = db->CreateTableDef();
     def->setName(QStringLiteral("Neu"));
     EXPECT_EQ(db->TableDefs().Count(), 2);
-    EXPECT_EQ(nummerVon([&] { def->OpenRecordset(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { def->OpenRecordset(); }), kObjektUngueltig);
     def->Fields().Append(def->CreateField(QStringLiteral("A"), dao::dbText, 5));
     db->TableDefs().Append(std::move(def));
     EXPECT_EQ(db->TableDefs().Count(), 3);
@@ -89,7 +89,7 @@ TEST_F(DefinitionenTest, VorhandenerNameIst3010UndDieDefinitionBleibtBeimRufer) 
     oeffnen();
     auto def = db->CreateTableDef();
     def->setName(QStringLiteral("KUNDEN"));
-    EXPECT_EQ(nummerVon([&] { db->TableDefs().Append(std::move(def)); }), kNameVorhanden);
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Append(std::move(def)); }), kNameVorhanden);
     ASSERT_TRUE(def);
     def->setName(QStringLiteral("Andere"));
     db->TableDefs().Append(std::move(def));
@@ -101,8 +101,8 @@ TEST_F(DefinitionenTest, NameDenDasFormatAblehntIst3125) {
     for (const QString& name : {QString(), QStringLiteral("a!b"), QString(65, u'x')}) {
         auto def = db->CreateTableDef();
         def->setName(name);
-        EXPECT_EQ(nummerVon([&] { db->TableDefs().Append(std::move(def)); }), kUngueltigerName);
-        EXPECT_EQ(nummerVon([&] { tabelle(u"Leer").setName(name); }), kUngueltigerName);
+        EXPECT_EQ(fehlerVon([&] { db->TableDefs().Append(std::move(def)); }), kUngueltigerName);
+        EXPECT_EQ(fehlerVon([&] { tabelle(u"Leer").setName(name); }), kUngueltigerName);
     }
 }
 
@@ -111,10 +111,10 @@ TEST_F(DefinitionenTest, FeldnameDenDasFormatAblehntIst3125) {
     auto def = db->CreateTableDef();
     def->setName(QStringLiteral("Neu"));
     def->Fields().Append(def->CreateField(QStringLiteral("a.b"), dao::dbLong));
-    EXPECT_EQ(nummerVon([&] { db->TableDefs().Append(std::move(def)); }), kUngueltigerName);
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Append(std::move(def)); }), kUngueltigerName);
     dao::TableDef& leer = tabelle(u"Leer");
     const int vorher = leer.Fields().Count();
-    EXPECT_EQ(nummerVon([&] { leer.Fields().Append(leer.CreateField(QStringLiteral("a.b"), dao::dbLong)); }),
+    EXPECT_EQ(fehlerVon([&] { leer.Fields().Append(leer.CreateField(QStringLiteral("a.b"), dao::dbLong)); }),
               kUngueltigerName);
     EXPECT_EQ(leer.Fields().Count(), vorher);
 }
@@ -127,7 +127,7 @@ TEST_F(DefinitionenTest, IndexUeberUnbekanntemFeldIst3265) {
     dao::Index index = def->CreateIndex(QStringLiteral("I"));
     index.setFields({{QStringLiteral("B"), false}});
     def->Indexes().Append(index);
-    EXPECT_EQ(nummerVon([&] { db->TableDefs().Append(std::move(def)); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Append(std::move(def)); }), kNichtInListe);
     EXPECT_EQ(db->TableDefs().Count(), 2);
 }
 
@@ -182,7 +182,7 @@ TEST_F(DefinitionenTest, GeloeschtesFeldIstWegUndDieAnderenRuecken) {
 
 TEST_F(DefinitionenTest, FeldImIndexIst3280) {
     oeffnen();
-    EXPECT_EQ(nummerVon([&] { tabelle(u"Kunden").Fields().Delete(QStringLiteral("nr")); }),
+    EXPECT_EQ(fehlerVon([&] { tabelle(u"Kunden").Fields().Delete(QStringLiteral("nr")); }),
               kIndexFeldLoeschen);
     EXPECT_EQ(tabelle(u"Kunden").Fields().Count(), 4);
 }
@@ -192,34 +192,34 @@ TEST_F(DefinitionenTest, HoechstensZweihundertfuenfundfuenfzigFelder) {
     dao::TableDef& t = tabelle(u"Leer");
     for (int i = 1; i < 255; ++i) t.Fields().Append(t.CreateField(QStringLiteral("F%1").arg(i), dao::dbLong));
     EXPECT_EQ(t.Fields().Count(), 255);
-    EXPECT_EQ(nummerVon([&] { t.Fields().Append(t.CreateField(QStringLiteral("Z"), dao::dbLong)); }),
+    EXPECT_EQ(fehlerVon([&] { t.Fields().Append(t.CreateField(QStringLiteral("Z"), dao::dbLong)); }),
               kZuVieleFelder);
 }
 
 TEST_F(DefinitionenTest, DoppeltesUndNamenlosesFeld) {
     oeffnen();
     dao::TableDef& t = tabelle(u"Leer");
-    EXPECT_EQ(nummerVon([&] { t.Fields().Append(t.CreateField(QStringLiteral("a"), dao::dbLong)); }),
+    EXPECT_EQ(fehlerVon([&] { t.Fields().Append(t.CreateField(QStringLiteral("a"), dao::dbLong)); }),
               kNameVorhanden);
-    EXPECT_EQ(nummerVon([&] { t.Fields().Append(t.CreateField(QString(), dao::dbLong)); }), kUngueltigerName);
+    EXPECT_EQ(fehlerVon([&] { t.Fields().Append(t.CreateField(QString(), dao::dbLong)); }), kUngueltigerName);
 }
 
 TEST_F(DefinitionenTest, UmbenennenPrueftDenNamenUndZiehtRelationenNach) {
     beziehung(u"Kunden", u"Leer");
     oeffnen();
-    EXPECT_EQ(nummerVon([&] { tabelle(u"Kunden").setName(QStringLiteral("leer")); }), kNameVorhanden);
+    EXPECT_EQ(fehlerVon([&] { tabelle(u"Kunden").setName(QStringLiteral("leer")); }), kNameVorhanden);
     tabelle(u"Kunden").setName(QStringLiteral("KUNDEN"));
     tabelle(u"Kunden").setName(QStringLiteral("Firmen"));
     EXPECT_EQ(db->Relations().Item(0).Table(), u"Firmen");
     EXPECT_EQ(spalte(QStringLiteral("Firmen"), u"Nr"), u"1 2 3 4 5");
-    EXPECT_EQ(nummerVon([&] { tabelle(u"Kunden"); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { tabelle(u"Kunden"); }), kNichtInListe);
 }
 
 TEST_F(DefinitionenTest, TabelleMitRelationLoeschenIst3281AufBeidenSeiten) {
     beziehung(u"Kunden", u"Leer");
     oeffnen();
-    EXPECT_EQ(nummerVon([&] { db->TableDefs().Delete(QStringLiteral("Kunden")); }), kRelationBesteht);
-    EXPECT_EQ(nummerVon([&] { db->TableDefs().Delete(QStringLiteral("LEER")); }), kRelationBesteht);
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Delete(QStringLiteral("Kunden")); }), kRelationBesteht);
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Delete(QStringLiteral("LEER")); }), kRelationBesteht);
     db->Relations().Delete(QStringLiteral("bezug"));
     db->TableDefs().Delete(QStringLiteral("Kunden"));
     EXPECT_EQ(tabellennamen(), QStringList{QStringLiteral("Leer")});
@@ -247,8 +247,8 @@ TEST_F(DefinitionenTest, RelationMitVergebenemNamenOderOhneTabelle) {
         db->Relations().Append(db->CreateRelation(QString::fromUtf16(name), QString::fromUtf16(tabelle_),
                                                   QStringLiteral("Leer"), 0));
     };
-    EXPECT_EQ(nummerVon([&] { anhaengen(u"BEZUG", u"Kunden"); }), kNameVorhanden);
-    EXPECT_EQ(nummerVon([&] { anhaengen(u"Zwei", u"Fehlt"); }), kNichtGefunden);
+    EXPECT_EQ(fehlerVon([&] { anhaengen(u"BEZUG", u"Kunden"); }), kNameVorhanden);
+    EXPECT_EQ(fehlerVon([&] { anhaengen(u"Zwei", u"Fehlt"); }), kNichtGefunden);
 }
 
 }  // namespace

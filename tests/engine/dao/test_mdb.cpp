@@ -173,7 +173,7 @@ TEST_F(MdbTest, VonAnderenGeaenderteDateiWirdNichtUeberschrieben) {
     datei.write(QByteArray(4096, '\0'));
     datei.close();
     const QByteArray fremd = inhaltVon(pfad);
-    EXPECT_EQ(nummerVon([&] { db->Sichern(); }), kDateiGeaendert);
+    EXPECT_EQ(fehlerVon([&] { db->Sichern(); }), kDateiGeaendert);
     EXPECT_EQ(inhaltVon(pfad), fremd);
     EXPECT_EQ(spalte(QStringLiteral("A"), 1), u"a");
     EXPECT_TRUE(db->ungesichert());
@@ -183,7 +183,7 @@ TEST_F(MdbTest, NameDenAccessAblehntIst3125) {
     auto def = db->CreateTableDef();
     for (const char16_t* name : {u"", u"a.b", u"a!b", u"[a]"}) {
         def->setName(QString::fromUtf16(name));
-        EXPECT_EQ(nummerVon([&] { db->TableDefs().Append(std::move(def)); }), kUngueltigerName);
+        EXPECT_EQ(fehlerVon([&] { db->TableDefs().Append(std::move(def)); }), kUngueltigerName);
         ASSERT_TRUE(def);
     }
 }
@@ -202,7 +202,7 @@ TEST_F(MdbTest, JedeBeispieldateiAbAccess2000WirdAbgelehntOderGibtAlleIhreTabell
         QFile::setPermissions(kopie, QFile::ReadOwner | QFile::WriteOwner);
         std::unique_ptr<dao::Database> andere;
         const int nummer =
-            nummerVon([&] { andere = bereich->OpenDatabase(kopie, false, false, QStringLiteral(";PWD=;")); });
+            fehlerVon([&] { andere = bereich->OpenDatabase(kopie, false, false, QStringLiteral(";PWD=;")); });
         // What could not be written at the end is refused at the start, with its reason.
         if (nummer == kSystemgrenze) continue;
         ASSERT_EQ(nummer, 0);
@@ -225,7 +225,7 @@ TEST_F(MdbTest, FalschesPasswortIst3031) {
     ASSERT_TRUE(QFile::copy(vorlage, kopie));
     QFile::setPermissions(kopie, QFile::ReadOwner | QFile::WriteOwner);
     for (const char16_t* text : {u";PWD=;", u";PWD=gewiss falsch;"})
-        EXPECT_EQ(nummerVon([&] { bereich->OpenDatabase(kopie, false, false, QString::fromUtf16(text)); }),
+        EXPECT_EQ(fehlerVon([&] { bereich->OpenDatabase(kopie, false, false, QString::fromUtf16(text)); }),
                   kPasswortFalsch);
 }
 

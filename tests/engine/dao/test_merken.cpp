@@ -145,7 +145,7 @@ TEST_F(MerkenTest, GescheitertesSichernVergisstNicht) {
     loeschen(u"Ziel");
     inhalt.fehlerBeimAnwenden.emplace(kDatentraegerVoll, QStringLiteral("voll"));
     anlegen(u"Ziel", {9});
-    EXPECT_EQ(nummerVon([&] { db->Sichern(); }), kDatentraegerVoll);
+    EXPECT_EQ(fehlerVon([&] { db->Sichern(); }), kDatentraegerVoll);
     db->Zuruecknehmen();
     EXPECT_EQ(spalte(QStringLiteral("Ziel"), u"Z"), u"1");
 }
@@ -173,8 +173,8 @@ TEST_F(MerkenTest, LoeschenInEinerVerworfenenTransaktionKommtZurueck) {
 
 TEST_F(MerkenTest, InEinerTransaktionIstBeides3035) {
     bereich->BeginTrans();
-    EXPECT_EQ(nummerVon([&] { db->Merken(); }), kSystemgrenze);
-    EXPECT_EQ(nummerVon([&] { db->Zuruecknehmen(); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { db->Merken(); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { db->Zuruecknehmen(); }), kSystemgrenze);
     bereich->Rollback();
 }
 
@@ -184,16 +184,16 @@ TEST_F(MerkenTest, SaetzeGeloeschterTabellenSind3420SolangeSieGeloeschtSind) {
     anlegen(u"Neu", {1});
     auto neuer = db->OpenRecordset(QStringLiteral("Neu"));
     loeschen(u"Kunden");
-    EXPECT_EQ(nummerVon([&] { satz->RecordCount(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { satz->RecordCount(); }), kObjektUngueltig);
     db->Zuruecknehmen();
     EXPECT_EQ(satz->RecordCount(), 5);
-    EXPECT_EQ(nummerVon([&] { neuer->RecordCount(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { neuer->RecordCount(); }), kObjektUngueltig);
 }
 
 TEST_F(MerkenTest, GeschlosseneDatenbankIst3420) {
     db->Close();
-    EXPECT_EQ(nummerVon([&] { db->Merken(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { db->Zuruecknehmen(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { db->Merken(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { db->Zuruecknehmen(); }), kObjektUngueltig);
 }
 
 }  // namespace

@@ -30,9 +30,9 @@ TEST_F(RecordsetTest, ZeilenWerdenErstBeimErstenGebrauchUndNurEinmalGelesen) {
 }
 
 TEST_F(RecordsetTest, UnbekannteTabelleIst3011) {
-    EXPECT_EQ(nummerVon([&] { satz(u"Fehlt"); }), kNichtGefunden);
-    EXPECT_EQ(nummerVon([&] { satz(u"SELECT * FROM [Fehlt]"); }), kNichtGefunden);
-    EXPECT_EQ(nummerVon([&] { db->Execute(QStringLiteral("DELETE * FROM [Fehlt] WHERE [A] = 1")); }),
+    EXPECT_EQ(fehlerVon([&] { satz(u"Fehlt"); }), kNichtGefunden);
+    EXPECT_EQ(fehlerVon([&] { satz(u"SELECT * FROM [Fehlt]"); }), kNichtGefunden);
+    EXPECT_EQ(fehlerVon([&] { db->Execute(QStringLiteral("DELETE * FROM [Fehlt] WHERE [A] = 1")); }),
               kNichtGefunden);
 }
 
@@ -50,9 +50,9 @@ TEST_F(RecordsetTest, FelderNachStelleUndNameOhneGrossUndKlein) {
 
 TEST_F(RecordsetTest, UnbekanntesFeldIst3265) {
     auto r = satz();
-    EXPECT_EQ(nummerVon([&] { r->Fields(4); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { r->Fields(-1); }), kNichtInListe);
-    EXPECT_EQ(nummerVon([&] { r->Fields(QStringLiteral("Fehlt")); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(4); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(-1); }), kNichtInListe);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(QStringLiteral("Fehlt")); }), kNichtInListe);
 }
 
 TEST_F(RecordsetTest, BewegungIstRechnen) {
@@ -92,9 +92,9 @@ TEST_F(RecordsetTest, VorDemErstenSatzIstKeinAktueller) {
         auto r = satz();
         r->Move(weite);
         EXPECT_FALSE(r->Eof());
-        EXPECT_EQ(nummerVon([&] { r->Fields(0).Value(); }), kKeinDatensatz);
-        EXPECT_EQ(nummerVon([&] { r->Move(-1); }), kKeinDatensatz);
-        EXPECT_EQ(nummerVon([&] { r->GetRows(1); }), kKeinDatensatz);
+        EXPECT_EQ(fehlerVon([&] { r->Fields(0).Value(); }), kKeinDatensatz);
+        EXPECT_EQ(fehlerVon([&] { r->Move(-1); }), kKeinDatensatz);
+        EXPECT_EQ(fehlerVon([&] { r->GetRows(1); }), kKeinDatensatz);
         r->MoveNext();
         EXPECT_EQ(nr(*r), 1);
     }
@@ -104,9 +104,9 @@ TEST_F(RecordsetTest, AmEndeIst3021) {
     auto r = satz();
     r->MoveLast();
     r->MoveNext();
-    EXPECT_EQ(nummerVon([&] { r->Fields(0).Value(); }), kKeinDatensatz);
-    EXPECT_EQ(nummerVon([&] { r->Edit(); }), kKeinDatensatz);
-    EXPECT_EQ(nummerVon([&] { r->MoveNext(); }), kKeinDatensatz);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(0).Value(); }), kKeinDatensatz);
+    EXPECT_EQ(fehlerVon([&] { r->Edit(); }), kKeinDatensatz);
+    EXPECT_EQ(fehlerVon([&] { r->MoveNext(); }), kKeinDatensatz);
     EXPECT_TRUE(r->Eof());
 }
 
@@ -114,11 +114,11 @@ TEST_F(RecordsetTest, LeerIstAmEndeUndBewegtSichNicht) {
     auto r = satz(u"Leer");
     EXPECT_TRUE(r->Eof());
     EXPECT_EQ(r->RecordCount(), 0);
-    EXPECT_EQ(nummerVon([&] { r->MoveFirst(); }), kKeinDatensatz);
-    EXPECT_EQ(nummerVon([&] { r->MoveLast(); }), kKeinDatensatz);
-    EXPECT_EQ(nummerVon([&] { r->MoveNext(); }), kKeinDatensatz);
-    EXPECT_EQ(nummerVon([&] { r->Move(-1); }), kKeinDatensatz);
-    EXPECT_EQ(nummerVon([&] { r->Move(0); }), 0);
+    EXPECT_EQ(fehlerVon([&] { r->MoveFirst(); }), kKeinDatensatz);
+    EXPECT_EQ(fehlerVon([&] { r->MoveLast(); }), kKeinDatensatz);
+    EXPECT_EQ(fehlerVon([&] { r->MoveNext(); }), kKeinDatensatz);
+    EXPECT_EQ(fehlerVon([&] { r->Move(-1); }), kKeinDatensatz);
+    EXPECT_EQ(fehlerVon([&] { r->Move(0); }), 0);
 }
 
 TEST_F(RecordsetTest, NeuerSatzStehtAmEndeUndDerAktuelleBleibt) {
@@ -221,7 +221,7 @@ TEST_F(RecordsetTest, LeererTextWoErNichtErlaubtIstIst3315UndDerEntwurfBleibt) {
     auto r = satz();
     r->Edit();
     r->Fields(2).setValue(Wert(u""));
-    EXPECT_EQ(nummerVon([&] { r->Update(); }), kLeereZeichenfolge);
+    EXPECT_EQ(fehlerVon([&] { r->Update(); }), kLeereZeichenfolge);
     r->Fields(2).setValue(Wert(u"Ulm"));
     r->Update();
     EXPECT_EQ(r->Fields(2).Value(), Wert(u"Ulm"));
@@ -230,7 +230,7 @@ TEST_F(RecordsetTest, LeererTextWoErNichtErlaubtIstIst3315UndDerEntwurfBleibt) {
 TEST_F(RecordsetTest, ZuLangerTextIst3163UndAendertNichts) {
     auto r = satz();
     r->Edit();
-    EXPECT_EQ(nummerVon([&] { r->Fields(1).setValue(Wert(QString(21, u'x'))); }), kFeldZuKlein);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(1).setValue(Wert(QString(21, u'x'))); }), kFeldZuKlein);
     r->Fields(1).setValue(Wert(QString(20, u'x')));
     r->Update();
     EXPECT_EQ(r->Fields(1).Value(), Wert(QString(20, u'x')));
@@ -239,16 +239,16 @@ TEST_F(RecordsetTest, ZuLangerTextIst3163UndAendertNichts) {
 TEST_F(RecordsetTest, UnverwandelbarerWertIst3421) {
     auto r = satz();
     r->Edit();
-    EXPECT_EQ(nummerVon([&] { r->Fields(0).setValue(Wert(u"zwölf")); }), kUmwandlung);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(0).setValue(Wert(u"zwölf")); }), kUmwandlung);
 }
 
 TEST_F(RecordsetTest, SchreibenOhneEntwurfIst3020) {
     auto r = satz();
-    EXPECT_EQ(nummerVon([&] { r->Fields(1).setValue(Wert(u"x")); }), kAktualisierenOhneEdit);
-    EXPECT_EQ(nummerVon([&] { r->Update(); }), kAktualisierenOhneEdit);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(1).setValue(Wert(u"x")); }), kAktualisierenOhneEdit);
+    EXPECT_EQ(fehlerVon([&] { r->Update(); }), kAktualisierenOhneEdit);
     r->Edit();
     r->Update();
-    EXPECT_EQ(nummerVon([&] { r->Update(); }), kAktualisierenOhneEdit);
+    EXPECT_EQ(fehlerVon([&] { r->Update(); }), kAktualisierenOhneEdit);
 }
 
 TEST_F(RecordsetTest, EineBewegungLaesstDenEntwurfFallen) {
@@ -256,7 +256,7 @@ TEST_F(RecordsetTest, EineBewegungLaesstDenEntwurfFallen) {
     r->AddNew();
     r->Fields(1).setValue(Wert(u"Neu"));
     r->MoveNext();
-    EXPECT_EQ(nummerVon([&] { r->Update(); }), kAktualisierenOhneEdit);
+    EXPECT_EQ(fehlerVon([&] { r->Update(); }), kAktualisierenOhneEdit);
     EXPECT_EQ(r->RecordCount(), 5);
     EXPECT_EQ(r->Fields(1).Value(), Wert(u"Äcker"));
 }
@@ -299,7 +299,7 @@ TEST_F(RecordsetTest, GeloeschterSatzZaehltBisRequeryUndLiestSichAls3167) {
     auto r = satz();
     EXPECT_EQ(db->Execute(QStringLiteral("DELETE * FROM [Kunden] WHERE [Nr] = 1")), 1);
     EXPECT_EQ(r->RecordCount(), 5);
-    EXPECT_EQ(nummerVon([&] { r->Fields(1).Value(); }), 3167);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(1).Value(); }), 3167);
     r->MoveNext();
     EXPECT_EQ(nr(*r), 2);
     r->Requery();
@@ -372,8 +372,8 @@ TEST_F(RecordsetTest, FindFirstOhneTrefferBleibtStehen) {
 TEST_F(RecordsetTest, FindFirstMitUnsinnMeldetUndBleibtStehen) {
     auto r = satz();
     r->Move(2);
-    EXPECT_EQ(nummerVon([&] { r->FindFirst(QStringLiteral("[Nr] = ")); }), kSyntaxfehler);
-    EXPECT_EQ(nummerVon([&] { r->FindFirst(QStringLiteral("[Fehlt] = 1")); }), kParameterFehlt);
+    EXPECT_EQ(fehlerVon([&] { r->FindFirst(QStringLiteral("[Nr] = ")); }), kSyntaxfehler);
+    EXPECT_EQ(fehlerVon([&] { r->FindFirst(QStringLiteral("[Fehlt] = 1")); }), kParameterFehlt);
     EXPECT_EQ(nr(*r), 3);
 }
 
@@ -392,25 +392,25 @@ TEST_F(RecordsetTest, ZweiterUeberDenselbenSaetzenInDerselbenFolge) {
 TEST_F(RecordsetTest, GeschlossenIstAlles3420) {
     auto r = satz();
     r->Close();
-    EXPECT_EQ(nummerVon([&] { r->Eof(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { r->RecordCount(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { r->MoveFirst(); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { r->Fields(0); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { r->Close(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { r->Eof(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { r->RecordCount(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { r->MoveFirst(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(0); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { r->Close(); }), kObjektUngueltig);
 }
 
 TEST_F(RecordsetTest, SatzEinerGeloeschtenTabelleIst3420) {
     auto r = satz();
     db->TableDefs().Delete(QStringLiteral("Kunden"));
-    EXPECT_EQ(nummerVon([&] { r->Fields(0); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { r->Fields(0); }), kObjektUngueltig);
 }
 
 TEST_F(RecordsetTest, SatzUeberlebtSeineDatenbankAls3420) {
     auto r = satz();
     db->Close();
-    EXPECT_EQ(nummerVon([&] { r->Eof(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { r->Eof(); }), kObjektUngueltig);
     db.reset();
-    EXPECT_EQ(nummerVon([&] { r->MoveFirst(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { r->MoveFirst(); }), kObjektUngueltig);
 }
 
 }  // namespace

@@ -119,7 +119,7 @@ TEST_F(SichernTest, ScheiternLaesstAllesWieEsWarUndWiederholenGelingt) {
     db->TableDefs().Delete(QStringLiteral("Leer"));
     const QStringList vorher = inhalt.namen();
     inhalt.fehlerBeimAnwenden.emplace(kDatentraegerVoll, QStringLiteral("voll"));
-    EXPECT_EQ(nummerVon([&] { db->Sichern(); }), kDatentraegerVoll);
+    EXPECT_EQ(fehlerVon([&] { db->Sichern(); }), kDatentraegerVoll);
     EXPECT_EQ(inhalt.namen(), vorher);
     EXPECT_TRUE(db->ungesichert());
     EXPECT_EQ(spalte(QStringLiteral("Neu"), u"Z"), u"1");
@@ -137,7 +137,7 @@ TEST_F(SichernTest, HinweiseDesFormatsKommenBeimRuferAn) {
 TEST_F(SichernTest, InEinerTransaktionIst3035) {
     anlegen(u"Neu");
     bereich->BeginTrans();
-    EXPECT_EQ(nummerVon([&] { db->Sichern(); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { db->Sichern(); }), kSystemgrenze);
     bereich->CommitTrans();
     db->Sichern();
 }
@@ -147,7 +147,7 @@ TEST_F(SichernTest, TabelleMitRelationWirdNichtUmgeschrieben) {
     inhalt.relationen = {{QStringLiteral("R"), QStringLiteral("Kunden"), QStringLiteral("Leer"), 0, {}}};
     oeffnen();
     db->Execute(QStringLiteral("DELETE * FROM [Kunden] WHERE [Nr] = 2"));
-    EXPECT_EQ(nummerVon([&] { db->Sichern(); }), kRelationBesteht);
+    EXPECT_EQ(fehlerVon([&] { db->Sichern(); }), kRelationBesteht);
     EXPECT_EQ(dateizeilen(u"Kunden").size(), 5u);
 }
 
@@ -173,8 +173,8 @@ TEST_F(SichernTest, WasDieDateiAndersNenntVerlaesstDieListeUndIhreTabelleKommtHi
     EXPECT_FALSE(db->ungesichert());
     // Neither a definition that somebody holds nor its records are left hanging.
     EXPECT_EQ(alt->Name(), u"Neu");
-    EXPECT_NE(nummerVon([&] { db->OpenRecordset(QStringLiteral("Neu")); }), 0);
-    EXPECT_NE(nummerVon([&] { satz->Fields(0).Value(); }), 0);
+    EXPECT_NE(fehlerVon([&] { db->OpenRecordset(QStringLiteral("Neu")); }), 0);
+    EXPECT_NE(fehlerVon([&] { satz->Fields(0).Value(); }), 0);
 }
 
 TEST_F(SichernTest, ZusaetzlicheTabelleDerDateiStehtInIhrerFolge) {
@@ -260,7 +260,7 @@ TEST(UmbenennungTest, NurGrossUndKleinIstKeinRing) {
 
 TEST(UmbenennungTest, OhneErlaubtenNamenMeldetEs) {
     EXPECT_EQ(
-        nummerVon([] {
+        fehlerVon([] {
             dao::umbenennungenOrdnen(
                 {{QStringLiteral("A"), QStringLiteral("B")}, {QStringLiteral("B"), QStringLiteral("A")}},
                 {QStringLiteral("A"), QStringLiteral("B")}, [](const QString&) { return false; });

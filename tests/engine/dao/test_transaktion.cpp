@@ -115,24 +115,24 @@ TEST_F(TransaktionTest, SatzEinerZurueckgenommenenTabelleIst3420) {
     anlegen(u"Neu", {1});
     auto satz = db->OpenRecordset(QStringLiteral("Neu"));
     bereich->Rollback();
-    EXPECT_EQ(nummerVon([&] { satz->RecordCount(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { satz->RecordCount(); }), kObjektUngueltig);
     anlegen(u"Neu", {2});
-    EXPECT_EQ(nummerVon([&] { satz->RecordCount(); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { satz->RecordCount(); }), kObjektUngueltig);
     EXPECT_EQ(spalte(QStringLiteral("Neu"), u"Z"), u"2");
 }
 
 TEST_F(TransaktionTest, OhneTransaktionIst3034) {
-    EXPECT_EQ(nummerVon([&] { bereich->CommitTrans(); }), kOhneTransaktion);
-    EXPECT_EQ(nummerVon([&] { bereich->Rollback(); }), kOhneTransaktion);
+    EXPECT_EQ(fehlerVon([&] { bereich->CommitTrans(); }), kOhneTransaktion);
+    EXPECT_EQ(fehlerVon([&] { bereich->Rollback(); }), kOhneTransaktion);
     bereich->BeginTrans();
     bereich->CommitTrans();
-    EXPECT_EQ(nummerVon([&] { bereich->Rollback(); }), kOhneTransaktion);
+    EXPECT_EQ(fehlerVon([&] { bereich->Rollback(); }), kOhneTransaktion);
 }
 
 TEST_F(TransaktionTest, ZweiteTransaktionIst3035UndDieErsteGeht) {
     bereich->BeginTrans();
     hinzu(u"Kunden", 6);
-    EXPECT_EQ(nummerVon([&] { bereich->BeginTrans(); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { bereich->BeginTrans(); }), kSystemgrenze);
     bereich->Rollback();
     EXPECT_EQ(nummern(), u"1 2 3 4 5");
 }

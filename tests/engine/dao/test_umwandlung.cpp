@@ -38,7 +38,7 @@ TEST_P(UmwandlungsTabelle, Wandelt) {
     SCOPED_TRACE(testing::Message() << "Typ " << fall.typ << " von '" << fall.von.alsText().toStdString()
                                     << "'");
     if (fall.nach.istLeer())
-        EXPECT_EQ(nummerVon([&] { umgewandelt(fall.typ, fall.von); }), kUmwandlung);
+        EXPECT_EQ(fehlerVon([&] { umgewandelt(fall.typ, fall.von); }), kUmwandlung);
     else
         EXPECT_EQ(umgewandelt(fall.typ, fall.von), fall.nach);
 }
@@ -114,11 +114,11 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(UmwandlungTest, ZuLangerTextUndZuLangeBytesSind3163) {
     EXPECT_EQ(umgewandelt(dao::dbText, Wert(u"abc"), 3), Wert(u"abc"));
-    EXPECT_EQ(nummerVon([] { umgewandelt(dao::dbText, Wert(u"abcd"), 3); }), kFeldZuKlein);
-    EXPECT_EQ(nummerVon([] { umgewandelt(dao::dbText, Wert(1234), 3); }), kFeldZuKlein);
-    EXPECT_EQ(nummerVon([] { umgewandelt(dao::dbText, Wert(QStringLiteral("😀😀")), 3); }), kFeldZuKlein);
+    EXPECT_EQ(fehlerVon([] { umgewandelt(dao::dbText, Wert(u"abcd"), 3); }), kFeldZuKlein);
+    EXPECT_EQ(fehlerVon([] { umgewandelt(dao::dbText, Wert(1234), 3); }), kFeldZuKlein);
+    EXPECT_EQ(fehlerVon([] { umgewandelt(dao::dbText, Wert(QStringLiteral("😀😀")), 3); }), kFeldZuKlein);
     EXPECT_EQ(umgewandelt(dao::dbMemo, Wert(QString(70000, u'x')), 0), Wert(QString(70000, u'x')));
-    EXPECT_EQ(nummerVon([] { umgewandelt(dao::dbBinary, Wert(QByteArray("abcd")), 3); }), kFeldZuKlein);
+    EXPECT_EQ(fehlerVon([] { umgewandelt(dao::dbBinary, Wert(QByteArray("abcd")), 3); }), kFeldZuKlein);
 }
 
 TEST(UmwandlungTest, DezimalfeldMitStellen) {
@@ -128,7 +128,7 @@ TEST(UmwandlungTest, DezimalfeldMitStellen) {
     EXPECT_EQ(dao::feldwertAus(feld, Wert(u"123,455")), Wert(Dezimal{false, 0, 12346, 2}));
     EXPECT_EQ(dao::feldwertAus(feld, Wert(u"123,445")), Wert(Dezimal{false, 0, 12344, 2}));
     EXPECT_EQ(dao::feldwertAus(feld, Wert(7)), Wert(Dezimal{false, 0, 700, 2}));
-    EXPECT_EQ(nummerVon([&] { dao::feldwertAus(feld, Wert(u"1234")); }), kUmwandlung);
+    EXPECT_EQ(fehlerVon([&] { dao::feldwertAus(feld, Wert(u"1234")); }), kUmwandlung);
 }
 
 TEST(UmwandlungTest, GrosseDezimalzahlVerliertKeineStelle) {
@@ -138,11 +138,11 @@ TEST(UmwandlungTest, GrosseDezimalzahlVerliertKeineStelle) {
 
 TEST(UmwandlungTest, LeererTextWirdNurVonFeldernAbgelehntDieIhnNichtErlauben) {
     engine::FeldDef feld = feldDef(u"F", dao::dbText, 5);
-    EXPECT_EQ(nummerVon([&] { dao::leertextPruefen(feld, Wert(u"")); }), kLeereZeichenfolge);
-    EXPECT_EQ(nummerVon([&] { dao::leertextPruefen(feld, Wert::null()); }), 0);
-    EXPECT_EQ(nummerVon([&] { dao::leertextPruefen(feld, Wert(u" ")); }), 0);
+    EXPECT_EQ(fehlerVon([&] { dao::leertextPruefen(feld, Wert(u"")); }), kLeereZeichenfolge);
+    EXPECT_EQ(fehlerVon([&] { dao::leertextPruefen(feld, Wert::null()); }), 0);
+    EXPECT_EQ(fehlerVon([&] { dao::leertextPruefen(feld, Wert(u" ")); }), 0);
     feld.leerErlaubt = true;
-    EXPECT_EQ(nummerVon([&] { dao::leertextPruefen(feld, Wert(u"")); }), 0);
+    EXPECT_EQ(fehlerVon([&] { dao::leertextPruefen(feld, Wert(u"")); }), 0);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 
 #include "engine/dao/speicherdatei.h"
 #include "engine/jet/mdbdatei.h"
+#include "gemeinsam/fehlernummer.h"
 
 inline engine::FeldDef feldDef(const char16_t* name, int typ, int groesse = 0, int attribute = 0) {
     engine::FeldDef feld;
@@ -17,18 +18,6 @@ inline engine::FeldDef feldDef(const char16_t* name, int typ, int groesse = 0, i
     feld.groesse = groesse;
     feld.attribute = attribute;
     return feld;
-}
-
-// Runs and gives the number of the failure, 0 when there was none.
-template <typename F>
-int nummerVon(F&& f) {
-    try {
-        f();
-    } catch (const EngineFehler& fehler) {
-        EXPECT_FALSE(fehler.beschreibung().isEmpty());
-        return fehler.nummer();
-    }
-    return 0;
 }
 
 // A database with the table "Kunden" (Nr, Name, Ort, Betrag) of five rows and an empty table "Leer".

@@ -17,6 +17,7 @@
 #include <csignal>
 
 #include "base/fehler.h"
+#include "gemeinsam/fehlernummer.h"
 
 namespace {
 
@@ -26,24 +27,13 @@ using engine::schreibbarkeitPruefen;
 
 constexpr uid_t kGast = 65534;
 
-template <typename F>
-int nummerVon(F&& f) {
-    try {
-        f();
-    } catch (const EngineFehler& fehler) {
-        EXPECT_FALSE(fehler.beschreibung().isEmpty());
-        return fehler.nummer();
-    }
-    return 0;
-}
-
 // Runs in a child without the superuser's rights, who may write everywhere. The number of the failure.
 template <typename F>
 int nummerOhneVorrechte(F&& f) {
     const pid_t kind = ::fork();
     if (kind == 0) {
         const bool gewechselt = ::geteuid() != 0 || (::setgid(kGast) == 0 && ::setuid(kGast) == 0);
-        const int nummer = gewechselt ? nummerVon(f) : -1;
+        const int nummer = gewechselt ? fehlerVon(f) : -1;
         // An exit code has eight bits; the published numbers in question differ in them.
         ::_exit(nummer == 0 ? 0 : nummer & 0xff);
     }
@@ -130,7 +120,7 @@ TEST_F(AustauschTest, GrosseDateiWirdGanzKopiert) {
 
 TEST_F(AustauschTest, FehlerBeimSchreibenLaesstDieDateiWieSieWar) {
     const auto stand = dateistandLesen(pfad);
-    EXPECT_EQ(nummerVon([&] {
+    EXPECT_EQ(fehlerVon([&] {
                   dateiAustauschen(
                       pfad, stand,
                       [](const QString& neu) {
@@ -145,7 +135,7 @@ TEST_F(AustauschTest, FehlerBeimSchreibenLaesstDieDateiWieSieWar) {
 }
 
 TEST_F(AustauschTest, FehlerBeimPruefenLaesstDieDateiWieSieWar) {
-    EXPECT_EQ(nummerVon([&] {
+    EXPECT_EQ(fehlerVon([&] {
                   dateiAustauschen(pfad, dateistandLesen(pfad), neuSchreiben, [](const QString&) {
                       throw EngineFehler(kBeschaedigt, QStringLiteral("falsch"));
                   });
@@ -157,13 +147,13 @@ TEST_F(AustauschTest, FehlerBeimPruefenLaesstDieDateiWieSieWar) {
 TEST_F(AustauschTest, VonAnderenGeaenderteDateiWirdNichtUeberschrieben) {
     const auto stand = dateistandLesen(pfad);
     schreiben(pfad, "fremd");
-    EXPECT_EQ(nummerVon([&] { dateiAustauschen(pfad, stand, neuSchreiben, gutheissen); }), kDateiGeaendert);
+    EXPECT_EQ(fehlerVon([&] { dateiAustauschen(pfad, stand, neuSchreiben, gutheissen); }), kDateiGeaendert);
     EXPECT_EQ(lesen(pfad), "fremd");
     EXPECT_EQ(dateien().size(), 1);
 }
 
 TEST_F(AustauschTest, AuchEineAenderungWaehrendDesSchreibensZaehlt) {
-    EXPECT_EQ(nummerVon([&] {
+    EXPECT_EQ(fehlerVon([&] {
                   dateiAustauschen(pfad, dateistandLesen(pfad), neuSchreiben,
                                    [&](const QString&) { schreiben(pfad, "fremd"); });
               }),
@@ -179,14 +169,14 @@ TEST_F(AustauschTest, GleichGrosseErsetzteDateiWirdErkannt) {
     const struct timespec zeiten[2] = {{0, UTIME_OMIT}, angaben(pfad).st_mtim};
     ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(anderer).constData(), zeiten, 0), 0);
     ASSERT_EQ(::rename(QFile::encodeName(anderer).constData(), QFile::encodeName(pfad).constData()), 0);
-    EXPECT_EQ(nummerVon([&] { dateiAustauschen(pfad, stand, neuSchreiben, gutheissen); }), kDateiGeaendert);
+    EXPECT_EQ(fehlerVon([&] { dateiAustauschen(pfad, stand, neuSchreiben, gutheissen); }), kDateiGeaendert);
 }
 
 TEST_F(AustauschTest, VerschwundeneDateiIst3024) {
     const auto stand = dateistandLesen(pfad);
     ASSERT_TRUE(QFile::remove(pfad));
-    EXPECT_EQ(nummerVon([&] { dateistandLesen(pfad); }), kDateiFehlt);
-    EXPECT_EQ(nummerVon([&] { dateiAustauschen(pfad, stand, neuSchreiben, gutheissen); }), kDateiFehlt);
+    EXPECT_EQ(fehlerVon([&] { dateistandLesen(pfad); }), kDateiFehlt);
+    EXPECT_EQ(fehlerVon([&] { dateiAustauschen(pfad, stand, neuSchreiben, gutheissen); }), kDateiFehlt);
     EXPECT_TRUE(dateien().isEmpty());
 }
 
@@ -245,15 +235,15 @@ TEST_F(AustauschTest, SchreibgeschuetzterOrdnerIst3027) {
 }
 
 TEST_F(AustauschTest, DateiDieEinAndererSperrtIst3045) {
-    EXPECT_EQ(nummerVon([&] { schreibbarkeitPruefen(pfad); }), 0);
+    EXPECT_EQ(fehlerVon([&] { schreibbarkeitPruefen(pfad); }), 0);
     const int griff = ::open(QFile::encodeName(pfad).constData(), O_RDWR);
     ASSERT_GE(griff, 0);
     ASSERT_EQ(::flock(griff, LOCK_EX), 0);
-    EXPECT_EQ(nummerVon([&] { schreibbarkeitPruefen(pfad); }), kDateiGesperrt);
-    EXPECT_EQ(nummerVon([&] { dateiAustauschen(pfad, dateistandLesen(pfad), neuSchreiben, gutheissen); }),
+    EXPECT_EQ(fehlerVon([&] { schreibbarkeitPruefen(pfad); }), kDateiGesperrt);
+    EXPECT_EQ(fehlerVon([&] { dateiAustauschen(pfad, dateistandLesen(pfad), neuSchreiben, gutheissen); }),
               kDateiGesperrt);
     ::close(griff);
-    EXPECT_EQ(nummerVon([&] { schreibbarkeitPruefen(pfad); }), 0);
+    EXPECT_EQ(fehlerVon([&] { schreibbarkeitPruefen(pfad); }), 0);
     unberuehrt();
 }
 
@@ -276,11 +266,11 @@ TEST_F(AustauschTest, BereichssperreEinesAnderenProzessesIst3045) {
     char zeichen = 0;
     ASSERT_EQ(::read(bereit[0], &zeichen, 1), 1);
     EXPECT_EQ(zeichen, 'j');
-    EXPECT_EQ(nummerVon([&] { schreibbarkeitPruefen(pfad); }), kDateiGesperrt);
+    EXPECT_EQ(fehlerVon([&] { schreibbarkeitPruefen(pfad); }), kDateiGesperrt);
     ASSERT_EQ(::write(fertig[1], &zeichen, 1), 1);
     int stand = 0;
     ::waitpid(kind, &stand, 0);
-    EXPECT_EQ(nummerVon([&] { schreibbarkeitPruefen(pfad); }), 0);
+    EXPECT_EQ(fehlerVon([&] { schreibbarkeitPruefen(pfad); }), 0);
 }
 
 TEST_F(AustauschTest, GrenzeDesSystemsBeimKopierenLaesstDieDateiWieSieWar) {

@@ -25,7 +25,6 @@ using engine::TabellenDef;
 using engine::Zeile;
 using tabellenprobe::alleZeilen;
 using tabellenprobe::anlegen;
-using tabellenprobe::fehlerVon;
 using tabellenprobe::feld;
 using tabellenprobe::tabelle;
 using tabellenprobe::Zeilen;

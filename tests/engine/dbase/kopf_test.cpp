@@ -11,7 +11,6 @@ namespace {
 
 using namespace dbase;
 using bauteile::Feld;
-using dbasebank::fehlerVon;
 
 bauteile::Tabelle einfach() {
     bauteile::Tabelle t;

@@ -150,7 +150,7 @@ TEST_P(Lesen, JedesBlattZelleFuerZelleOderEinGrund) {
     const QString datei = proben::kopie(GetParam(), QDir(ordner.path()));
     if (const auto abgelehnt = kAbgelehnt.find(GetParam()); abgelehnt != kAbgelehnt.end()) {
         QString text;
-        EXPECT_EQ(proben::fehlerVon([&] { excel::XlsDatei x(datei); }, &text), abgelehnt->second.nummer);
+        EXPECT_EQ(fehlerVon([&] { excel::XlsDatei x(datei); }, &text), abgelehnt->second.nummer);
         EXPECT_TRUE(text.contains(QString::fromUtf8(abgelehnt->second.grund))) << text.toStdString();
         return;
     }

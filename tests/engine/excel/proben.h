@@ -18,7 +18,6 @@
 
 namespace proben {
 
-using tabellenprobe::fehlerVon;
 
 inline QString ordner() {
     return QStringLiteral(LINDGARN_FREMDDATEN) + "/xls/beispiele/";

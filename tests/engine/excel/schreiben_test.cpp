@@ -130,7 +130,7 @@ TEST_P(Schreiben, AnlegenUmbenennenLoeschenLaesstAllesUebrige) {
     PROBE_ODER_UEBERSPRINGEN(GetParam());
     XLRD_ODER_UEBERSPRINGEN();
     const QString datei = proben::kopie(GetParam(), QDir(ordner.path()));
-    if (proben::fehlerVon([&] { excel::XlsDatei x(datei); }) != 0) GTEST_SKIP() << "wird nicht geöffnet";
+    if (fehlerVon([&] { excel::XlsDatei x(datei); }) != 0) GTEST_SKIP() << "wird nicht geöffnet";
     const QJsonObject vorher = ohneNeues(proben::xlrd(datei));
     const auto stroeme = uebrigeStroeme(datei);
     const auto zeilen = gemischteZeilen(60, "Strasse ");
@@ -158,7 +158,7 @@ TEST_P(Schreiben, AnlegenUmbenennenLoeschenLaesstAllesUebrige) {
     mappe.anwenden({engine::TabelleLoeschen{kAnders}});
     abzug = pruefen("gelöscht");
     EXPECT_TRUE(zellenVon(abzug, kAnders).isEmpty());
-    EXPECT_EQ(proben::fehlerVon([&] { mappe.zeilenLesen(kAnders); }), kNichtGefunden);
+    EXPECT_EQ(fehlerVon([&] { mappe.zeilenLesen(kAnders); }), kNichtGefunden);
 }
 
 INSTANTIATE_TEST_SUITE_P(Proben, Schreiben, testing::ValuesIn(proben::alle()), proben::testname);

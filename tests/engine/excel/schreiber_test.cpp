@@ -153,7 +153,7 @@ TEST_F(ExcelSchreiber, WasNichtPasstWirdMitRatAbgelehnt) {
     };
     for (const Fall& fall : faelle) {
         QString text;
-        EXPECT_EQ(proben::fehlerVon([&] { nach(fall.strom, fall.a); }, &text), fall.nummer)
+        EXPECT_EQ(fehlerVon([&] { nach(fall.strom, fall.a); }, &text), fall.nummer)
             << text.toStdString();
         EXPECT_TRUE(text.contains(fall.rat)) << text.toStdString();
     }
@@ -161,10 +161,10 @@ TEST_F(ExcelSchreiber, WasNichtPasstWirdMitRatAbgelehnt) {
 
 TEST_F(ExcelSchreiber, FremderZeichensatzDerSchriftNimmtNurAscii) {
     const QByteArray strom = stromVon("sheetjs-biff5-cell_style_simple.xls");
-    EXPECT_EQ(proben::fehlerVon([&] { nach(strom, texttabelle("Neu", {"Strasse"})); }), 0);
-    EXPECT_EQ(proben::fehlerVon([&] { nach(strom, texttabelle("Neu", {"Straße"})); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { nach(strom, texttabelle("Neu", {"Strasse"})); }), 0);
+    EXPECT_EQ(fehlerVon([&] { nach(strom, texttabelle("Neu", {"Straße"})); }), kSystemgrenze);
     const QByteArray macintosh = stromVon("edr-as3xls_BIFF5.xls");
-    EXPECT_EQ(proben::fehlerVon([&] { nach(macintosh, texttabelle("Neu", {"Straße"})); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { nach(macintosh, texttabelle("Neu", {"Straße"})); }), kSystemgrenze);
 }
 
 TEST_F(ExcelSchreiber, TexteJederLaengeUeberstehenDieSatzgrenzen) {
@@ -243,14 +243,14 @@ TEST_F(ExcelSchreiber, EineNeueTabelleBelebtDenNamenDerGeloeschtenWieder) {
 
 TEST_F(ExcelSchreiber, DasLetzteSichtbareBlattBleibt) {
     QString text;
-    EXPECT_EQ(proben::fehlerVon([&] { ohne(stromVon("TwoSheetsOneHidden.xls"), "Sheet2$"); }, &text),
+    EXPECT_EQ(fehlerVon([&] { ohne(stromVon("TwoSheetsOneHidden.xls"), "Sheet2$"); }, &text),
               kSystemgrenze);
     EXPECT_TRUE(text.contains("sichtbare")) << text.toStdString();
     const QByteArray strom = stromVon("sheetjs-sheet_visibility.xls");
-    EXPECT_EQ(proben::fehlerVon([&] { ohne(strom, "Visible$"); }), kSystemgrenze);
-    EXPECT_EQ(proben::fehlerVon([&] { ohne(strom, "Hidden$"); }), 0);
+    EXPECT_EQ(fehlerVon([&] { ohne(strom, "Visible$"); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { ohne(strom, "Hidden$"); }), 0);
     // With a new visible one beside it, it may go.
-    EXPECT_EQ(proben::fehlerVon([&] { ohne(nach(strom, texttabelle("Neu", {"x"})), "Visible$"); }), 0);
+    EXPECT_EQ(fehlerVon([&] { ohne(nach(strom, texttabelle("Neu", {"x"})), "Visible$"); }), 0);
 }
 
 TEST_F(ExcelSchreiber, LaengereTexteMachenDieSpalteZumMemo) {

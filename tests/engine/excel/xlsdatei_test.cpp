@@ -37,9 +37,9 @@ TEST_F(ExcelDatei, NamenVonTabellenUndFeldern) {
     for (const QString& schlecht : QStringList{"", QString(32, 'x'), "a:b", "a/b", "a\\b", "a*b", "a?b",
                                                "a[b", "a]b", "a$", "'a", "a'", "History", "Sheet2", "sheet2"})
         EXPECT_FALSE(mappe.nameErlaubt(schlecht)) << schlecht.toStdString();
-    EXPECT_EQ(proben::fehlerVon([&] { mappe.feldnamePruefen("Straße (1)"); }), 0);
+    EXPECT_EQ(fehlerVon([&] { mappe.feldnamePruefen("Straße (1)"); }), 0);
     for (const QString& schlecht : QStringList{"", "a.b", "a!b", "a[b", "a]b", "a\nb", QString(65, 'x')})
-        EXPECT_EQ(proben::fehlerVon([&] { mappe.feldnamePruefen(schlecht); }), kUngueltigerName);
+        EXPECT_EQ(fehlerVon([&] { mappe.feldnamePruefen(schlecht); }), kUngueltigerName);
 }
 
 TEST_F(ExcelDatei, KopfzellenWerdenFeldnamen) {
@@ -127,8 +127,8 @@ TEST_F(ExcelDatei, FremdeAenderungWirdNichtUeberschrieben) {
     QFile::remove(pfad);
     ASSERT_TRUE(QFile::copy(proben::pfad("testNames.xls"), pfad));
     const QByteArray fremd = bytesVon(pfad);
-    EXPECT_EQ(proben::fehlerVon([&] { mappe.anwenden({kleine("Neu")}); }), kDateiGeaendert);
-    EXPECT_EQ(proben::fehlerVon([&] { mappe.zeilenLesen("Sheet1$"); }), kDateiGeaendert);
+    EXPECT_EQ(fehlerVon([&] { mappe.anwenden({kleine("Neu")}); }), kDateiGeaendert);
+    EXPECT_EQ(fehlerVon([&] { mappe.zeilenLesen("Sheet1$"); }), kDateiGeaendert);
     EXPECT_EQ(bytesVon(pfad), fremd);
 }
 
@@ -168,8 +168,8 @@ TEST_F(ExcelDatei, AnderswoGeoeffnetIstGesperrt) {
         QFile sperre(QDir(ordner.path()).filePath(name));
         ASSERT_TRUE(sperre.open(QIODevice::WriteOnly));
         sperre.close();
-        EXPECT_EQ(proben::fehlerVon([&] { excel::XlsDatei x(pfad); }), kDateiGesperrt);
-        EXPECT_EQ(proben::fehlerVon([&] { mappe.anwenden({kleine("Neu")}); }), kDateiGesperrt);
+        EXPECT_EQ(fehlerVon([&] { excel::XlsDatei x(pfad); }), kDateiGesperrt);
+        EXPECT_EQ(fehlerVon([&] { mappe.anwenden({kleine("Neu")}); }), kDateiGesperrt);
         ASSERT_TRUE(sperre.remove());
     }
 }
@@ -178,14 +178,14 @@ TEST_F(ExcelDatei, EinFehlerInDerFolgeLaesstDieDateiWieSieIst) {
     const QString pfad = kopie("SimpleMultiCell.xls");
     const QByteArray vorher = bytesVon(pfad);
     excel::XlsDatei mappe(pfad);
-    EXPECT_EQ(proben::fehlerVon([&] {
+    EXPECT_EQ(fehlerVon([&] {
                   mappe.anwenden({kleine("Neu"), engine::TabelleLoeschen{"Fehlt"}});
               }),
               kNichtGefunden);
     EXPECT_EQ(bytesVon(pfad), vorher);
     EXPECT_EQ(QDir(ordner.path()).entryList(QDir::Files).size(), 1);
     mappe.anwenden({kleine("Neu")});
-    EXPECT_EQ(proben::fehlerVon([&] { mappe.zeilenLesen("Neu"); }), 0);
+    EXPECT_EQ(fehlerVon([&] { mappe.zeilenLesen("Neu"); }), 0);
 }
 
 TEST_F(ExcelDatei, BeideFassungenEinerDoppeltenDateiAendernSich) {
@@ -198,7 +198,7 @@ TEST_F(ExcelDatei, BeideFassungenEinerDoppeltenDateiAendernSich) {
     }
     // What only one of the two can hold is in neither.
     const QByteArray vorher = bytesVon(pfad);
-    EXPECT_EQ(proben::fehlerVon([&] { excel::XlsDatei(pfad).anwenden({kleine("Łódź")}); }), kUngueltigerName);
+    EXPECT_EQ(fehlerVon([&] { excel::XlsDatei(pfad).anwenden({kleine("Łódź")}); }), kUngueltigerName);
     EXPECT_EQ(bytesVon(pfad), vorher);
 }
 
@@ -214,7 +214,7 @@ TEST_F(ExcelDatei, NurDiagrammeSindKeineTabellen) {
     datei.write(behaelter.bytes());
     datei.close();
     QString text;
-    EXPECT_EQ(proben::fehlerVon([&] { excel::XlsDatei x(pfad); }, &text), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { excel::XlsDatei x(pfad); }, &text), kSystemgrenze);
     EXPECT_TRUE(text.contains("keine Tabellenblätter")) << text.toStdString();
 }
 

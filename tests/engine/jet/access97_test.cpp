@@ -107,7 +107,7 @@ TEST_F(Access97, ZuLangerDatensatzWirdVorherGesagt) {
     const QByteArray vorher = inhalt(pfad_);
     jet::MdbDatei datei(pfad_, QString());
     EXPECT_EQ(
-        proben::fehlerVon([&] { datei.anwenden({anlegen(def, {Zeile(8, Wert(QString(255, u'x')))})}); }),
+        fehlerVon([&] { datei.anwenden({anlegen(def, {Zeile(8, Wert(QString(255, u'x')))})}); }),
         kSystemgrenze);
     EXPECT_EQ(inhalt(pfad_), vorher);
 }
@@ -116,7 +116,7 @@ TEST_F(Access97, ZeichenDieEsNichtGibtWerdenMitFeldGenannt) {
     const QByteArray vorher = inhalt(pfad_);
     jet::MdbDatei datei(pfad_, QString());
     QString meldung;
-    EXPECT_EQ(proben::fehlerVon(
+    EXPECT_EQ(fehlerVon(
                   [&] {
                       datei.anwenden({anlegen(kunden(), {{Wert(1), Wert(u"Łódź")}})});
                   },
@@ -137,7 +137,7 @@ TEST_F(Access97, FreieTabellenUndFeldnamenInWindows1252) {
     EXPECT_EQ(zeilenLautMdbtools(pfad_, def.name).size(), 3);
     ohneMangel(pfad_);
     def.name = u"Łódź"_qs;
-    EXPECT_NE(proben::fehlerVon([&] { datei.anwenden({anlegen(def, kundenzeilen(3))}); }), 0);
+    EXPECT_NE(fehlerVon([&] { datei.anwenden({anlegen(def, kundenzeilen(3))}); }), 0);
 }
 
 // Text keys of many rows: several levels of index pages, whose prefix length is one byte.
@@ -209,7 +209,7 @@ TEST_F(Access97, PasswortWirdGeprueftUndBleibt) {
     bytes.replace(0, mitPasswort.size(), jet::kopfEntmaskieren(jet::kJet3, mitPasswort));
     schreiben(bytes);
     for (const QString& falsch : {QString(), u"geheim-ü"_qs, u"Geheim"_qs})
-        EXPECT_EQ(proben::fehlerVon([&] { jet::MdbDatei datei(pfad_, falsch); }), kPasswortFalsch)
+        EXPECT_EQ(fehlerVon([&] { jet::MdbDatei datei(pfad_, falsch); }), kPasswortFalsch)
             << falsch.toStdString();
     {
         jet::MdbDatei datei(pfad_, QString::fromUtf8(passwort));
@@ -217,7 +217,7 @@ TEST_F(Access97, PasswortWirdGeprueftUndBleibt) {
         EXPECT_EQ(alleZeilen(datei, u"Kunden"_qs), kundenzeilen(3));
     }
     EXPECT_EQ(inhalt(pfad_).left(2048), bytes.left(2048));
-    EXPECT_EQ(proben::fehlerVon([&] { jet::MdbDatei datei(pfad_, QString()); }), kPasswortFalsch);
+    EXPECT_EQ(fehlerVon([&] { jet::MdbDatei datei(pfad_, QString()); }), kPasswortFalsch);
 }
 
 }  // namespace

@@ -192,7 +192,7 @@ TEST(Indexseite, SchadenWirdErkannt) {
         bytes.replace(31 * 4096 + schaden.stelle, schaden.bytes.size(), schaden.bytes);
         const jet::Seitendatei datei(bytes);
         QString text;
-        EXPECT_EQ(proben::fehlerVon([&] { jet::indexseiteLesen(datei, 31, u"Table2"); }, &text),
+        EXPECT_EQ(fehlerVon([&] { jet::indexseiteLesen(datei, 31, u"Table2"); }, &text),
                   kBeschaedigt);
         EXPECT_TRUE(text.contains(u"Table2") && text.contains(u"31")) << text.toStdString();
     }
@@ -206,14 +206,14 @@ TEST(Baumgang, KettenUndBaeumeImKreisSindSchaeden) {
     jet::Indexseitenkopf kopf;
     kopf.naechste = blatt;
     datei->schreiben(blatt, jet::indexseiteBauen(jet::kJet4, kopf, {}, 0));
-    EXPECT_EQ(proben::fehlerVon([&] { baumEintraege(*datei, blatt); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { baumEintraege(*datei, blatt); }), kBeschaedigt);
     kopf.naechste = innen;
     datei->schreiben(blatt, jet::indexseiteBauen(jet::kJet4, kopf, {}, 0));
     kopf.blatt = false;
     kopf.letztesKind = innen;
     datei->schreiben(innen, jet::indexseiteBauen(jet::kJet4, kopf, {}, 0));
-    EXPECT_EQ(proben::fehlerVon([&] { baumEintraege(*datei, innen); }), kBeschaedigt);
-    EXPECT_EQ(proben::fehlerVon([&] { baumEintraege(*datei, blatt); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { baumEintraege(*datei, innen); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { baumEintraege(*datei, blatt); }), kBeschaedigt);
 }
 
 // --- bulk build --------------------------------------------------------------------------------------------
@@ -403,7 +403,7 @@ TEST(Baumbau, ZuLangerSchluesselNenntDenIndex) {
         eintraege.aufnehmen(QByteArray(laenge, 'b'), {7, 2});
         jet::Baumseiten seiten;
         QString text;
-        const int fehler = proben::fehlerVon(
+        const int fehler = fehlerVon(
             [&] { jet::baumBauen(*datei, vergabe, kBesitzer, eintraege, u"Langer"_qs, seiten); }, &text);
         EXPECT_EQ(fehler, laenge == 3608 ? 0 : kSystemgrenze);
         EXPECT_EQ(text.contains(u"'Langer'"), laenge != 3608);
@@ -411,20 +411,6 @@ TEST(Baumbau, ZuLangerSchluesselNenntDenIndex) {
 }
 
 // --- tables and their indexes ------------------------------------------------------------------------------
-
-class Zeilenliste : public engine::Zeilenquelle {
-  public:
-    explicit Zeilenliste(std::vector<engine::Zeile> zeilen) : zeilen_(std::move(zeilen)) {}
-    bool naechste(engine::Zeile& zeile) override {
-        if (stelle_ >= zeilen_.size()) return false;
-        zeile = zeilen_[stelle_++];
-        return true;
-    }
-
-  private:
-    std::vector<engine::Zeile> zeilen_;
-    size_t stelle_ = 0;
-};
 
 engine::FeldDef feld(const QString& name, int typ, int groesse = 0) {
     engine::FeldDef f;
@@ -461,7 +447,7 @@ Gebaut bauen(const engine::TabellenDef& def, const std::vector<engine::Zeile>& z
     Gebaut gebaut;
     gebaut.datei = kopie(leereDatei());
     jet::Seitenvergabe vergabe(*gebaut.datei);
-    Zeilenliste quelle(zeilen);
+    tabellenprobe::Zeilen quelle(zeilen);
     const jet::Tabelle neu = jet::tabelleBauen(*gebaut.datei, vergabe, def, quelle, gebaut.hinweise);
     gebaut.tabelle = jet::tdefLesen(*gebaut.datei, neu.seite());
     gebaut.tabelle.name = def.name;
@@ -699,10 +685,10 @@ TEST(IndexeErneuern, WurzelDieKeineIndexseiteIstIstEinSchaden) {
     jet::Tabelle tabelle = jet::tdefLesen(*datei, jet::kSeiteObjekte);
     tabelle.name = u"MSysObjects"_qs;
     tabelle.echte[0].wurzel = jet::kSeiteObjekte;
-    EXPECT_EQ(proben::fehlerVon([&] { jet::indexeErneuern(*datei, vergabe, tabelle); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::indexeErneuern(*datei, vergabe, tabelle); }), kBeschaedigt);
     // Two indexes on the same tree.
     tabelle.echte[0].wurzel = tabelle.echte[1].wurzel;
-    EXPECT_EQ(proben::fehlerVon([&] { jet::indexeErneuern(*datei, vergabe, tabelle); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::indexeErneuern(*datei, vergabe, tabelle); }), kBeschaedigt);
 }
 
 }  // namespace

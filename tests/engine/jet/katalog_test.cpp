@@ -259,7 +259,7 @@ TEST(JetKatalog, BeschaedigteTabelleLaesstDieAnderenLesbar) {
     EXPECT_TRUE(tabelle(k, u"Table2"_qs).felder.empty());
     EXPECT_EQ(tabelle(k, u"Table1"_qs).felder.size(), 5u);
     QString text;
-    EXPECT_EQ(proben::fehlerVon([&] { jet::tabelleLesen(datei, u"table2"_qs); }, &text), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::tabelleLesen(datei, u"table2"_qs); }, &text), kBeschaedigt);
     EXPECT_TRUE(text.contains(u"Table2")) << text.toStdString();
 }
 
@@ -267,7 +267,7 @@ TEST(JetKatalog, TabelleWirdOhneRuecksichtAufGrossschriftGefunden) {
     PROBE_ODER_UEBERSPRINGEN(u"jet4-relationen.mdb"_qs);
     const auto datei = proben::oeffnen(u"jet4-relationen.mdb"_qs);
     EXPECT_EQ(jet::tabelleLesen(*datei, u"TABLE2"_qs).seite(), 27u);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::tabelleLesen(*datei, u"gibtsnicht"_qs); }), kNichtGefunden);
+    EXPECT_EQ(fehlerVon([&] { jet::tabelleLesen(*datei, u"gibtsnicht"_qs); }), kNichtGefunden);
 }
 
 TEST(JetKatalog, DefinitionDesBeispiels) {

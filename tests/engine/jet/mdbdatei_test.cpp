@@ -39,7 +39,7 @@ TEST_F(MdbDatei, EineNeueDatenbankIstLeerUndOhneMangel) {
 
 TEST_F(MdbDatei, EineVorhandeneDateiWirdNichtUeberschrieben) {
     const QByteArray vorher = inhalt(pfad_);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::mdbAnlegen(pfad_); }), kNameVorhanden);
+    EXPECT_EQ(fehlerVon([&] { jet::mdbAnlegen(pfad_); }), kNameVorhanden);
     EXPECT_EQ(inhalt(pfad_), vorher);
 }
 
@@ -161,7 +161,7 @@ TEST_F(MdbDatei, EinFehlerMittendrinLaesstDieDateiWieSieWar) {
                                    return std::make_unique<Kaputt>(
                                        std::make_shared<const std::vector<Zeile>>(kundenzeilen(1000)));
                                }}};
-    EXPECT_EQ(proben::fehlerVon([&] { datei.anwenden(aenderungen); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { datei.anwenden(aenderungen); }), kBeschaedigt);
     EXPECT_EQ(inhalt(pfad_), vorher);
     EXPECT_EQ(QDir(ordner_.path()).entryList(QDir::Files | QDir::Hidden),
               QStringList{QStringLiteral("neu.mdb")});
@@ -180,16 +180,16 @@ TEST_F(MdbDatei, WasAnderePerSpeichernGeaendertHabenWirdNichtUeberschrieben) {
     const QByteArray fremd = inhalt(pfad_);
     TabellenDef zweite = kunden();
     zweite.name = QStringLiteral("Zweite");
-    EXPECT_EQ(proben::fehlerVon([&] { datei.anwenden({anlegen(zweite, kundenzeilen(1))}); }),
+    EXPECT_EQ(fehlerVon([&] { datei.anwenden({anlegen(zweite, kundenzeilen(1))}); }),
               kDateiGeaendert);
-    EXPECT_EQ(proben::fehlerVon([&] { datei.zeilenLesen(QStringLiteral("MSysObjects")); }), kDateiGeaendert);
+    EXPECT_EQ(fehlerVon([&] { datei.zeilenLesen(QStringLiteral("MSysObjects")); }), kDateiGeaendert);
     EXPECT_EQ(inhalt(pfad_), fremd);
 }
 
 TEST_F(MdbDatei, AuchDieSperrdateiVonAccess2007) {
     QFile sperre(ordner_.filePath(QStringLiteral("neu.laccdb")));
     ASSERT_TRUE(sperre.open(QIODevice::WriteOnly));
-    EXPECT_EQ(proben::fehlerVon([&] { jet::MdbDatei datei(pfad_, QString()); }), kDateiGesperrt);
+    EXPECT_EQ(fehlerVon([&] { jet::MdbDatei datei(pfad_, QString()); }), kDateiGesperrt);
 }
 
 // Seen in a real file: the map of free pages was an inline one before, and its row is longer than the
@@ -232,7 +232,7 @@ TEST_F(MdbDatei, EineSperrdateiHaeltDasOeffnenAuf) {
     sperre.write(eintrag);
     sperre.close();
     QString text;
-    EXPECT_EQ(proben::fehlerVon([&] { jet::MdbDatei datei(pfad_, QString()); }, &text), kDateiGesperrt);
+    EXPECT_EQ(fehlerVon([&] { jet::MdbDatei datei(pfad_, QString()); }, &text), kDateiGesperrt);
     EXPECT_TRUE(text.contains(u"PC17") && text.contains(u"NEU.LDB")) << text.toStdString();
 }
 
@@ -246,7 +246,7 @@ TEST_F(MdbDatei, EinUnpassenderNameWirdNichtAngelegt) {
     TabellenDef def = kunden();
     def.name = QStringLiteral("a.b");
     const QByteArray vorher = inhalt(pfad_);
-    EXPECT_EQ(proben::fehlerVon([&] { datei.anwenden({anlegen(def, {})}); }), kUngueltigerName);
+    EXPECT_EQ(fehlerVon([&] { datei.anwenden({anlegen(def, {})}); }), kUngueltigerName);
     EXPECT_EQ(inhalt(pfad_), vorher);
 }
 
@@ -291,7 +291,7 @@ TEST_P(Grenzen, WerdenVorherGefunden) {
     const QByteArray vorher = inhalt(pfad_);
     jet::MdbDatei datei(pfad_, QString());
     QString meldung;
-    EXPECT_EQ(proben::fehlerVon([&] { datei.anwenden({anlegen(def, {zeile})}); }, &meldung), fall.fehler)
+    EXPECT_EQ(fehlerVon([&] { datei.anwenden({anlegen(def, {zeile})}); }, &meldung), fall.fehler)
         << meldung.toStdString();
     if (fall.fehler == 0) {
         EXPECT_EQ(zeilenLautMdbtools(pfad_, def.name).size(), 1);

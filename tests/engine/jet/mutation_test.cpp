@@ -25,8 +25,8 @@ TEST_P(JetMutationen, WirdGelesenGeaendertOderAbgelehnt) {
         SCOPED_TRACE(i);
         const QByteArray bytes = mutation::veraendert(zufall, original, seitengroesse);
         // Anything but an EngineFehler ends the test as a failure.
-        if (proben::fehlerVon([&] { leselauf::allesLesen(bytes); }) != 0) ++abgelehnt;
-        if (i % 4 == 0) proben::fehlerVon([&] { schreiblauf::allesAendern(bytes); });
+        if (fehlerVon([&] { leselauf::allesLesen(bytes); }) != 0) ++abgelehnt;
+        if (i % 4 == 0) fehlerVon([&] { schreiblauf::allesAendern(bytes); });
     }
     EXPECT_LT(abgelehnt, kMutationen);
 }
@@ -34,7 +34,7 @@ TEST_P(JetMutationen, WirdGelesenGeaendertOderAbgelehnt) {
 TEST(JetMutation, EineUnversehrteDateiLaesstSichAendern) {
     PROBE_ODER_UEBERSPRINGEN(u"jet4-verschobene-zeilen.mdb"_qs);
     const QByteArray bytes = proben::bytes(u"jet4-verschobene-zeilen.mdb"_qs);
-    EXPECT_EQ(proben::fehlerVon([&] { schreiblauf::allesAendern(bytes); }), 0);
+    EXPECT_EQ(fehlerVon([&] { schreiblauf::allesAendern(bytes); }), 0);
 }
 
 TEST(JetMutation, KatalogDessenZeilenAufKeineSeitePassenWirdNichtGeaendert) {
@@ -44,7 +44,7 @@ TEST(JetMutation, KatalogDessenZeilenAufKeineSeitePassenWirdNichtGeaendert) {
     const jet::Spalte flags = objekte.spalten[size_t(objekte.spalteMitName(u"Flags"))];
     schaeden::spalteSetzen(datei, u"MSysObjects"_qs, objekte.spalteMitName(u"Flags"), jet::kJet4.spalteFest,
                            quint16(datei.format().seite - flags.laenge));
-    EXPECT_EQ(proben::fehlerVon([&] { schreiblauf::allesAendern(datei.bytes()); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { schreiblauf::allesAendern(datei.bytes()); }), kBeschaedigt);
 }
 
 TEST(JetMutation, FesterWertDerNichtPasstWirdNichtGeschrieben) {
@@ -53,12 +53,12 @@ TEST(JetMutation, FesterWertDerNichtPasstWirdNichtGeschrieben) {
     jet::Spalte& spalte = tabelle.spalten.emplace_back();
     spalte.flags |= jet::kSpalteFest;
     spalte.laenge = 2;
-    EXPECT_EQ(proben::fehlerVon([&] { jet::zeileBauen(jet::kJet4, tabelle, {QByteArray(4, 'x')}); }),
+    EXPECT_EQ(fehlerVon([&] { jet::zeileBauen(jet::kJet4, tabelle, {QByteArray(4, 'x')}); }),
               kBeschaedigt);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::zeileBauen(jet::kJet4, tabelle, {QByteArray(2, 'x')}); }), 0);
+    EXPECT_EQ(fehlerVon([&] { jet::zeileBauen(jet::kJet4, tabelle, {QByteArray(2, 'x')}); }), 0);
     QByteArray bytes(4, 'x');
-    EXPECT_EQ(proben::fehlerVon([&] { jet::bytesSetzen(bytes, 3, QByteArray(2, 'y')); }), kBeschaedigt);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::u32Setzen(bytes, 1, 0); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::bytesSetzen(bytes, 3, QByteArray(2, 'y')); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::u32Setzen(bytes, 1, 0); }), kBeschaedigt);
     EXPECT_EQ(bytes, "xxxx");
 }
 

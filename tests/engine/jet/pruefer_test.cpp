@@ -24,7 +24,7 @@ TEST(JetPruefer, SchweigtZuJederUnversehrtenDatei) {
         PROBE_ODER_UEBERSPRINGEN(name);
         const auto datei = proben::oeffnen(name);
         EXPECT_EQ(jet::maengelSuchen(*datei).join(u'\n').toStdString(), "");
-        EXPECT_EQ(proben::fehlerVon([&] { jet::dateiPruefen(*datei); }), 0);
+        EXPECT_EQ(fehlerVon([&] { jet::dateiPruefen(*datei); }), 0);
     }
 }
 
@@ -34,10 +34,10 @@ TEST(JetPruefer, NurNeueMaengelVerhindernEineAenderung) {
     setzen(datei, kDefinition, datei.format().tdefZeilen, quint32(4));
     const std::vector<jet::Mangel> bekannte = jet::maengelFinden(datei);
     ASSERT_EQ(bekannte.size(), 1u);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::dateiPruefen(datei, bekannte); }), 0);
+    EXPECT_EQ(fehlerVon([&] { jet::dateiPruefen(datei, bekannte); }), 0);
     setzen(datei, kIndex, 2, quint16(3000));
     QString text;
-    EXPECT_EQ(proben::fehlerVon([&] { jet::dateiPruefen(datei, bekannte); }, &text), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::dateiPruefen(datei, bekannte); }, &text), kBeschaedigt);
     EXPECT_TRUE(text.contains(u"3000 freie Bytes")) << text.toStdString();
 }
 

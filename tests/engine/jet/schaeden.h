@@ -96,7 +96,7 @@ inline void faellePruefen(const std::vector<Fall>& faelle) {
         f.beschaedigen(datei);
         const QString zeilen = jet::maengelSuchen(datei).join(u'\n');
         EXPECT_TRUE(zeilen.contains(f.erwartet)) << zeilen.toStdString();
-        EXPECT_EQ(proben::fehlerVon([&] { jet::dateiPruefen(datei); }), kBeschaedigt);
+        EXPECT_EQ(fehlerVon([&] { jet::dateiPruefen(datei); }), kBeschaedigt);
     }
 }
 

@@ -280,7 +280,7 @@ TEST(Schluessel, OhneSchluesselSindFremdeSortierungenUndOle) {
     EXPECT_TRUE(jet::schluesselMoeglich(spalte(jet::kTypLong)));
     QByteArray ziel;
     QString meldung;
-    EXPECT_EQ(proben::fehlerVon(
+    EXPECT_EQ(fehlerVon(
                   [&] { jet::schluesselAnhaengen(ziel, jet::kJet4, text, false, QByteArray("a\0b\0", 4)); },
                   &meldung),
               kSystemgrenze);
@@ -289,7 +289,7 @@ TEST(Schluessel, OhneSchluesselSindFremdeSortierungenUndOle) {
 
 TEST(Schluessel, ZuWenigeBytesSindEinSchaden) {
     QByteArray ziel;
-    EXPECT_EQ(proben::fehlerVon([&] {
+    EXPECT_EQ(fehlerVon([&] {
                   jet::schluesselAnhaengen(ziel, jet::kJet4, spalte(jet::kTypLong, 4), false,
                                            QByteArray("abc"));
               }),

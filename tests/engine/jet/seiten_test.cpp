@@ -29,7 +29,7 @@ QByteArray mitKlarByte(const QByteArray& bytes, qsizetype ab, char byte) {
 }
 
 int oeffnenFehler(const QByteArray& bytes) {
-    return proben::fehlerVon([&] { Seitendatei datei(bytes); });
+    return fehlerVon([&] { Seitendatei datei(bytes); });
 }
 
 }  // namespace
@@ -79,17 +79,17 @@ TEST(JetSeiten, PasswortFalschFehltStimmt) {
     const auto datei = proben::oeffnen(u"jet4-passwort.mdb"_qs);
     QString fehlt;
     QString falsch;
-    EXPECT_EQ(proben::fehlerVon([&] { jet::oeffnenPruefen(*datei, u""_qs); }, &fehlt), kPasswortFalsch);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::oeffnenPruefen(*datei, u"Password"_qs); }, &falsch),
+    EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(*datei, u""_qs); }, &fehlt), kPasswortFalsch);
+    EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(*datei, u"Password"_qs); }, &falsch),
               kPasswortFalsch);
     EXPECT_NE(fehlt, falsch);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::oeffnenPruefen(*datei, u"password"_qs); }), 0);
+    EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(*datei, u"password"_qs); }), 0);
 }
 
 TEST(JetSeiten, DateiOhnePasswortNimmtJedes) {
     PROBE_ODER_UEBERSPRINGEN(u"jet4-relationen.mdb"_qs);
     const auto datei = proben::oeffnen(u"jet4-relationen.mdb"_qs);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::oeffnenPruefen(*datei, u"egal"_qs); }), 0);
+    EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(*datei, u"egal"_qs); }), 0);
 }
 
 TEST(JetSeiten, PasswortVonJet3StehtImKlartextHinterDerMaske) {
@@ -139,7 +139,7 @@ TEST(JetSeiten, OfficeVerschluesselungWirdAbgelehnt) {
     PROBE_ODER_UEBERSPRINGEN(u"ace-2007.accdb"_qs);
     const QByteArray bytes = mitByte(proben::bytes(u"ace-2007.accdb"_qs), 2 * 4096, 0x77);
     QString text;
-    EXPECT_EQ(proben::fehlerVon([&] { Seitendatei datei(bytes); }, &text), kDateiNichtLesbar);
+    EXPECT_EQ(fehlerVon([&] { Seitendatei datei(bytes); }, &text), kDateiNichtLesbar);
     EXPECT_TRUE(text.contains(u"Kennwort")) << text.toStdString();
 }
 
@@ -156,7 +156,7 @@ TEST(JetSeiten, UnbekannteSortierungUndZeichensatzWerdenAbgelehnt) {
     const QByteArray polnisch = mitKlarByte(proben::bytes(u"jet3-typen.mdb"_qs), 0x3C, char(0xE2));
     Seitendatei jet3(polnisch);
     EXPECT_EQ(jet3.kopf().codepage, 1250);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::oeffnenPruefen(jet3, {}); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(jet3, {}); }), kSystemgrenze);
 
     // The record of the column Name in the definition of MSysObjects: its version of the sort order.
     QByteArray bytes = proben::bytes(u"jet4-leer-adox.mdb"_qs);
@@ -164,19 +164,19 @@ TEST(JetSeiten, UnbekannteSortierungUndZeichensatzWerdenAbgelehnt) {
     const int ort = objekte.spalteMitName(u"Name");
     const qsizetype ab = 2 * 4096 + bytes.mid(2 * 4096).indexOf(objekte.spalten[size_t(ort)].roh);
     Seitendatei neu(mitByte(bytes, ab + jet::kJet4.spalteSortVersion, 1));
-    EXPECT_EQ(proben::fehlerVon([&] { jet::oeffnenPruefen(neu, {}); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(neu, {}); }), kSystemgrenze);
     Seitendatei alt(bytes);
-    EXPECT_EQ(proben::fehlerVon([&] { jet::oeffnenPruefen(alt, {}); }), 0);
+    EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(alt, {}); }), 0);
 }
 
 TEST(JetSeiten, SeiteJenseitsDesEndes) {
     PROBE_ODER_UEBERSPRINGEN(u"jet4-relationen.mdb"_qs);
     const auto datei = proben::oeffnen(u"jet4-relationen.mdb"_qs);
-    EXPECT_EQ(proben::fehlerVon([&] { datei->seite(72); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { datei->seite(72); }), kBeschaedigt);
     QString text;
-    EXPECT_EQ(proben::fehlerVon([&] { datei->seite(0, jet::kDatenseite, u"Probe"); }, &text), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { datei->seite(0, jet::kDatenseite, u"Probe"); }, &text), kBeschaedigt);
     EXPECT_TRUE(text.contains(u"Probe")) << text.toStdString();
-    EXPECT_EQ(proben::fehlerVon([&] { datei->seite(2, jet::kDatenseite, u"Probe"); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { datei->seite(2, jet::kDatenseite, u"Probe"); }), kBeschaedigt);
 }
 
 TEST(JetSeiten, SchreibenUndAnhaengenKodiert) {
@@ -199,7 +199,7 @@ TEST(JetSeiten, SchreibenUndAnhaengenKodiert) {
 TEST(JetSeiten, NurZumLesenGeoeffnet) {
     PROBE_ODER_UEBERSPRINGEN(u"jet4-leer-adox.mdb"_qs);
     const auto datei = proben::oeffnen(u"jet4-leer-adox.mdb"_qs);
-    EXPECT_EQ(proben::fehlerVon([&] { datei->schreiben(5, datei->seite(5)); }), kSchreibgeschuetzt);
+    EXPECT_EQ(fehlerVon([&] { datei->schreiben(5, datei->seite(5)); }), kSchreibgeschuetzt);
 }
 
 TEST(JetSeiten, AbgerissenesGeraetIstEinDateifehler) {
@@ -210,7 +210,7 @@ TEST(JetSeiten, AbgerissenesGeraetIstEinDateifehler) {
     QBuffer* geraet = puffer.get();
     Seitendatei datei(std::move(puffer));
     geraet->buffer().truncate(8 * 4096);
-    EXPECT_EQ(proben::fehlerVon([&] { datei.seite(12); }), kDateifehler);
+    EXPECT_EQ(fehlerVon([&] { datei.seite(12); }), kDateifehler);
 }
 
 TEST(JetText, Komprimiert) {

@@ -126,7 +126,7 @@ TEST(JetZeilen, RingAusZeigernEndetMitFehlerDerDieTabelleNennt) {
     bytes[slots0 + 1] = char(quint8(bytes[slots0 + 1]) | 0x40);
     jet::u32Setzen(bytes, 60 * 4096 + 0xFED, 60 << 8 | 0);
     QString text;
-    EXPECT_EQ(proben::fehlerVon([&] { zeilenVon(jet::Seitendatei(bytes), u"Table2"_qs); }, &text),
+    EXPECT_EQ(fehlerVon([&] { zeilenVon(jet::Seitendatei(bytes), u"Table2"_qs); }, &text),
               kBeschaedigt);
     EXPECT_TRUE(text.contains(u"Table2")) << text.toStdString();
 }
@@ -216,11 +216,11 @@ TEST(JetZeilen, KaputteZeilenNennenDieTabelle) {
         zeile[f.ab] = f.byte;
         QString text;
         EXPECT_EQ(
-            proben::fehlerVon([&] { jet::Zeilenteile(jet::kJet4, t, zeile, 1).roh(t.spalten[0]); }, &text),
+            fehlerVon([&] { jet::Zeilenteile(jet::kJet4, t, zeile, 1).roh(t.spalten[0]); }, &text),
             kBeschaedigt);
         EXPECT_TRUE(text.contains(u"Probe")) << text.toStdString();
     }
-    EXPECT_EQ(proben::fehlerVon([&] { jet::Zeilenteile(jet::kJet4, t, QByteArray(), 1); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::Zeilenteile(jet::kJet4, t, QByteArray(), 1); }), kBeschaedigt);
 }
 
 TEST(JetWerte, JederTyp) {
@@ -263,7 +263,7 @@ TEST(JetWerte, ZuWenigeBytesSindBeschaedigt) {
                                                      {jet::kTypDatum, "00000000"}, {jet::kTypGuid, "0011"},
                                                      {jet::kTypDezimal, "00"},     {jet::kTypSingle, "00"}};
     for (const auto& [typ, hex] : faelle)
-        EXPECT_EQ(proben::fehlerVon([&, typ = typ, hex = hex] { wert(spalte(typ, 0), hex); }), kBeschaedigt) << int(typ);
+        EXPECT_EQ(fehlerVon([&, typ = typ, hex = hex] { wert(spalte(typ, 0), hex); }), kBeschaedigt) << int(typ);
 }
 
 TEST(JetWerte, TypenVonJet3InDerDatei) {
@@ -290,7 +290,7 @@ TEST(JetLangwert, InlineMitLaenge) {
     EXPECT_EQ(w.form, jet::Langform::Inline);
     EXPECT_EQ(w.bytes, QByteArray("abc"));
     EXPECT_TRUE(jet::langwertLesen(*datei(), QByteArray(), u"Probe").bytes.isEmpty());
-    EXPECT_EQ(proben::fehlerVon([&] { jet::langwertLesen(*datei(), feld.left(11), u"Probe"); }),
+    EXPECT_EQ(fehlerVon([&] { jet::langwertLesen(*datei(), feld.left(11), u"Probe"); }),
               kBeschaedigt);
 }
 
@@ -316,7 +316,7 @@ TEST(JetLangwert, RingUndUebergroesseEnden) {
     const QByteArray bytes = proben::bytes(u"jet4-memo-ole.mdb"_qs);
     const jet::Seitendatei datei(bytes);
     const QByteArray zuLang = QByteArray::fromHex("ffffff3f0001000000000000");
-    EXPECT_EQ(proben::fehlerVon([&] { jet::langwertLesen(datei, zuLang, u"Probe"); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::langwertLesen(datei, zuLang, u"Probe"); }), kBeschaedigt);
     // A piece of four bytes that leads to itself and brings nothing.
     QByteArray ring = bytes;
     QByteArray seite(4096, '\0');
@@ -327,7 +327,7 @@ TEST(JetLangwert, RingUndUebergroesseEnden) {
     ring.replace(50 * 4096, 4096, seite);
     const jet::Seitendatei mitRing(ring);
     const QByteArray feld = QByteArray::fromHex("000100000032000000000000");
-    EXPECT_EQ(proben::fehlerVon([&] { jet::langwertLesen(mitRing, feld, u"Probe"); }), kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::langwertLesen(mitRing, feld, u"Probe"); }), kBeschaedigt);
 }
 
 TEST(JetLangwert, FruehesKettenendeGibtWasDaIst) {

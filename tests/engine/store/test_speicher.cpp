@@ -9,22 +9,12 @@
 
 #include "base/atempause.h"
 #include "base/fehler.h"
+#include "gemeinsam/fehlernummer.h"
 
 namespace {
 
 using store::Spaltenart;
 using Punkt = store::Speicher::Sicherungspunkt;
-
-template <typename F>
-int nummerVon(F&& f) {
-    try {
-        f();
-    } catch (const EngineFehler& fehler) {
-        EXPECT_FALSE(fehler.beschreibung().isEmpty());
-        return fehler.nummer();
-    }
-    return 0;
-}
 
 class SpeicherTest : public testing::Test {
   protected:
@@ -41,7 +31,7 @@ class SpeicherTest : public testing::Test {
     }
     // Rows until the disk is full; the number of the failure.
     int fuellen() {
-        return nummerVon([&] {
+        return fehlerVon([&] {
             for (int i = 0; i < 100000; ++i) speicher.zeileAnhaengen(1, {1}, {Wert(QString(3000, u'x'))});
         });
     }
@@ -145,9 +135,9 @@ TEST_F(SpeicherTest, EntfernteTabelleMeldetSichAlsUngueltig) {
     speicher.tabelleEntfernen(1);
     EXPECT_FALSE(speicher.tabelleVorhanden(1));
     EXPECT_EQ(speicher.naechsteId(1), 0);
-    EXPECT_EQ(nummerVon([&] { hinzu(1); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { speicher.auswaehlen({1, {}, {}}); }), kObjektUngueltig);
-    EXPECT_EQ(nummerVon([&] { speicher.zeilenzahl(77); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { hinzu(1); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { speicher.auswaehlen({1, {}, {}}); }), kObjektUngueltig);
+    EXPECT_EQ(fehlerVon([&] { speicher.zeilenzahl(77); }), kObjektUngueltig);
 }
 
 TEST_F(SpeicherTest, VerwerfenNimmtZeilenSpaltenUndTabellenZurueck) {
@@ -262,16 +252,16 @@ TEST_F(SpeicherTest, VolleScheibeKannDieTransaktionKostenUndDannMeldetEsJederZug
         EXPECT_EQ(fuellen(), kDatentraegerVoll);
     }
     speicher.hoechstensSeiten(100000);
-    EXPECT_EQ(nummerVon([&] { speicher.zeilenzahl(1); }), kDatentraegerVoll);
-    EXPECT_EQ(nummerVon([&] { hinzu(3); }), kDatentraegerVoll);
-    EXPECT_EQ(nummerVon([&] { speicher.festschreiben(); }), kDatentraegerVoll);
+    EXPECT_EQ(fehlerVon([&] { speicher.zeilenzahl(1); }), kDatentraegerVoll);
+    EXPECT_EQ(fehlerVon([&] { hinzu(3); }), kDatentraegerVoll);
+    EXPECT_EQ(fehlerVon([&] { speicher.festschreiben(); }), kDatentraegerVoll);
     speicher.verwerfen();
     EXPECT_EQ(zahlen(), std::vector<int>{1});
 }
 
 TEST_F(SpeicherTest, VolleScheibeBeimAnlegenHinterlaesstKeineTabelle) {
     speicher.hoechstensSeiten(1);
-    EXPECT_EQ(nummerVon([&] {
+    EXPECT_EQ(fehlerVon([&] {
                   for (int i = 2; i < 500; ++i) speicher.tabelleAnlegen(i, {Spaltenart::Text});
               }),
               kDatentraegerVoll);
@@ -370,7 +360,7 @@ TEST_F(SpeicherTest, WerInDerPauseZugreiftBekommtEineMeldungUndNichtsGehtKaputt)
     speicher.festschreiben();
     int nummer = 0;
     {
-        const Atemzug haken([&] { nummer = nummerVon([&] { hinzu(7); }); });
+        const Atemzug haken([&] { nummer = fehlerVon([&] { hinzu(7); }); });
         EXPECT_EQ(speicher.auswaehlen({1, {}, {1, 0}}).size(), 50000u);
     }
     EXPECT_EQ(nummer, kDateifehler);
