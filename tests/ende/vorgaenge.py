@@ -123,16 +123,23 @@ class SechsVorgaenge:
         for rahmen in (0, 1):
             self.fern.rahmen(rahmen)
             self.fern.klicken("btnWeiter")
+        self.datei_oeffnen()
+
+    def datei_oeffnen(self):
+        """From frame 2 to the list of tables."""
         self.fern.rahmen(2)
         self.fern.setzen("tbxDatenbankName", str(self.datei))
         if self.passwort:
             self.fern.setzen("tbxDatenbankPasswort", self.passwort)
         self.fern.klicken("btnWeiter")
+        self.hinweis_bestaetigen()
+        self.fern.rahmen(3)
+
+    def hinweis_bestaetigen(self):
         if self.hinweis:
             self.fern.warten("meldung")
             self.test.assertIn(self.hinweis, self.fern.meldung()["text"])
             self.fern.druecken("OK")
-        self.fern.rahmen(3)
 
     def waehlen(self, auswahl):
         self.fern.setzen("lstTabellen", self.tabelle)
