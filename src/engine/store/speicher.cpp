@@ -1,10 +1,12 @@
 // The working store.
 #include "engine/store/speicher.h"
 
+#include <cassert>
 #include <utility>
 
 #include "base/atempause.h"
 #include "base/fehler.h"
+#include "engine/store/invarianten.h"
 
 namespace store {
 namespace {
@@ -68,12 +70,14 @@ void Speicher::tabelleAnlegen(qint64 nummer, std::vector<Spaltenart> arten) {
     verbindung_.ausfuehren("CREATE TABLE " + tabellenname(nummer) + " (id INTEGER PRIMARY KEY" +
                            spaltenliste(spalten) + ")");
     tabellen_[nummer] = Tabelle{std::move(arten), 1, ++letzterStand_, true};
+    invariantenPruefen();
 }
 
 void Speicher::tabelleEntfernen(qint64 nummer) {
     Tabelle& ziel = tabelle(nummer);
     verbindung_.ausfuehren("DROP TABLE " + tabellenname(nummer));
     ziel.vorhanden = false;
+    invariantenPruefen();
 }
 
 int Speicher::spalteAnhaengen(qint64 nummer, Spaltenart art) {
@@ -82,12 +86,14 @@ int Speicher::spalteAnhaengen(qint64 nummer, Spaltenart art) {
     verbindung_.ausfuehren("ALTER TABLE " + tabellenname(nummer) + " ADD COLUMN " + spaltenname(spalte));
     ziel.arten.push_back(art);
     geschrieben(nummer);
+    invariantenPruefen();
     return spalte;
 }
 
 qint64 Speicher::zeileAnhaengen(qint64 nummer, const std::vector<int>& spalten,
                                 const std::vector<Wert>& werte) {
     Tabelle& ziel = tabelle(nummer);
+    assert(spalten.size() == werte.size());
     QByteArray platzhalter;
     for (size_t i = 0; i < spalten.size(); ++i) platzhalter += ",?";
     sqlite3_stmt* anweisung =
@@ -137,6 +143,7 @@ qint64 Speicher::zeilenLesen(qint64 nummer, const std::vector<int>& spalten, qin
 bool Speicher::zeileAendern(qint64 nummer, qint64 id, const std::vector<int>& spalten,
                             const std::vector<Wert>& werte) {
     const Tabelle& ziel = tabelle(nummer);
+    assert(spalten.size() == werte.size());
     sqlite3_stmt* anweisung = verbindung_.vorbereitet("UPDATE " + tabellenname(nummer) + " SET id = id" +
                                                       spaltenliste(spalten, " = ?") + " WHERE id = ?");
     const Zuruecksetzer zurueck(anweisung);
@@ -217,6 +224,18 @@ void Speicher::verzeichnisSetzen(const Verzeichnis& vorher) {
     }
 }
 
+void Speicher::invariantenPruefen() const {
+#ifndef NDEBUG
+    // The directory of a transaction that was lost is that of its start only after `verwerfen`.
+    if (gemerkt_ && !verbindung_.inTransaktion()) return;
+    std::map<qint64, Tabellenbild> bilder;
+    for (const auto& [nummer, eintrag] : tabellen_)
+        if (eintrag.vorhanden) bilder[nummer] = {int(eintrag.arten.size()), eintrag.naechsteId};
+    const QByteArray fund = unstimmigkeit(verbindung_.datenbank(), bilder);
+    if (!fund.isEmpty()) qFatal("Working store: %s", fund.constData());
+#endif
+}
+
 void Speicher::beginnen() {
     verbindung_.ausfuehren("BEGIN");
     gemerkt_ = std::make_unique<Verzeichnis>(verzeichnis());
@@ -226,11 +245,13 @@ void Speicher::festschreiben() {
     transaktionPruefen();
     verbindung_.ausfuehren("COMMIT");
     gemerkt_.reset();
+    invariantenPruefen();
 }
 
 void Speicher::verwerfen() {
     if (verbindung_.inTransaktion()) verbindung_.ausfuehren("ROLLBACK");
     verzeichnisSetzen(*std::exchange(gemerkt_, nullptr));
+    invariantenPruefen();
 }
 
 Speicher::Sicherungspunkt::Sicherungspunkt(Speicher& speicher)
@@ -255,6 +276,7 @@ Speicher::Sicherungspunkt::~Sicherungspunkt() {
         // The failure that brought us here is on its way already.
     }
     speicher_->verzeichnisSetzen(vorher_);
+    speicher_->invariantenPruefen();
 }
 
 }  // namespace store

@@ -101,6 +101,8 @@ class Speicher {
     Verzeichnis verzeichnis() const;
     void verzeichnisSetzen(const Verzeichnis& vorher);
     void transaktionPruefen() const;
+    // In builds with assertions: ends the program when the directory and the scratch file do not agree.
+    void invariantenPruefen() const;
 
     Verbindung verbindung_;
     std::map<qint64, Tabelle> tabellen_;

@@ -42,6 +42,9 @@ class Verbindung {
     bool inTransaktion() const { return sqlite3_get_autocommit(datenbank_) == 0; }
     qint64 geaenderteZeilen() const { return sqlite3_changes64(datenbank_); }
 
+    // For the check of the invariants, which must not be seen among the prepared statements.
+    sqlite3* datenbank() const { return datenbank_; }
+
     // Tests only: no more than this many pages from now on.
     void hoechstensSeiten(int anzahl);
 
