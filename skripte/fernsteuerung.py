@@ -10,10 +10,16 @@ class Fernsteuerung:
     class Abgelehnt(Exception):
         pass
 
-    def __init__(self, programm, umgebung=None):
+    def __init__(self, programm, umgebung=None, fehlerausgabe=None):
         self._nr = 0
         self._prozess = subprocess.Popen(
-            [str(programm)], stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True, encoding="utf-8", env=umgebung
+            [str(programm)],
+            stdin=subprocess.PIPE,
+            stdout=subprocess.PIPE,
+            stderr=fehlerausgabe,
+            text=True,
+            encoding="utf-8",
+            env=umgebung,
         )
 
     def __enter__(self):

@@ -36,8 +36,11 @@ class AmProgramm(unittest.TestCase):
     def kopie(self, datei):
         return pathlib.Path(shutil.copy(datei, self.ordner / datei.name))
 
-    def programm(self, **zusatz):
-        """A program with a store and a folder of its own; `zusatz` goes into its environment."""
+    def programm(self, fehlerausgabe=None, **zusatz):
+        """A program with a store and a folder of its own; `zusatz` goes into its environment.
+
+        `fehlerausgabe` is a file that takes what the program says aside.
+        """
         ablage = self.ordner / "ablage"
         leer = self.ordner / "programmordner"
         leer.mkdir(exist_ok=True)
@@ -48,7 +51,7 @@ class AmProgramm(unittest.TestCase):
             "LINDGARN_ORDNER": str(leer),
             **zusatz,
         }
-        fern = Fernsteuerung(PROGRAMM, umgebung)
+        fern = Fernsteuerung(PROGRAMM, umgebung, fehlerausgabe)
         self.addCleanup(fern.__exit__)
         return fern
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Checks the house's own rules on the sources: includes run downwards only, and no test file is left out.
+"""Checks the house's own rules on the sources: includes run downwards only, nothing starts another program, and no test
+file is left out.
 
 struktur_pruefen.py WURZEL BAUORDNER; prints each violation and ends with exit code 1 if there is one.
 """
@@ -32,6 +33,12 @@ STOCKWERK = {
 }
 INCLUDE = re.compile(r'^#include "([^"]+)"', re.M)
 WIDGETS = re.compile(r"^#include <Q(Widget|Application|MainWindow|Dialog|Label|PushButton)\b", re.M)
+# What would run a program, a library or a command; the desktop's own call for addresses has one place.
+STARTEN = re.compile(
+    r"\b(QProcess|QLibrary|QPluginLoader|QDesktopServices)\b"
+    r"|\b((?:dlopen|system|popen|v?fork|posix_spawnp?|exec[lv][pe]*)\()"
+)
+ANSCHRIFTEN = "ui/anschriften.cpp"
 
 
 def ordner_von(datei):
@@ -59,6 +66,13 @@ def includes_pruefen(dateien):
                 yield f"src/{name}: '{ziel}' liegt nicht tiefer"
         if not eigen.startswith(("ui", "programm")) and WIDGETS.search(text):
             yield f"src/{name}: Widgets gehören nach ui/"
+
+
+def starten_pruefen(dateien):
+    for name, text in dateien.items():
+        erlaubt = {"QDesktopServices"} if name == ANSCHRIFTEN else set()
+        for wort in sorted({m[0] for m in STARTEN.finditer(text)} - erlaubt):
+            yield f"src/{name}: '{wort}' startet etwas anderes"
 
 
 def ringe_suchen(dateien):
@@ -98,7 +112,7 @@ def tests_pruefen(wurzel, bau):
 def main():
     wurzel, bau = map(pathlib.Path, sys.argv[1:3])
     dateien = quellen(wurzel)
-    funde = [*includes_pruefen(dateien), *ringe_suchen(dateien), *tests_pruefen(wurzel, bau)]
+    funde = [*includes_pruefen(dateien), *ringe_suchen(dateien), *starten_pruefen(dateien), *tests_pruefen(wurzel, bau)]
     print("\n".join(funde) if funde else f"{len(dateien)} Quelldateien in Ordnung")
     return 1 if funde else 0
 

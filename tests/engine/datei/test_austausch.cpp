@@ -15,7 +15,9 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <csignal>
+#include <vector>
 
+#include "base/atempause.h"
 #include "base/fehler.h"
 #include "gemeinsam/fehlernummer.h"
 
@@ -186,6 +188,20 @@ TEST_F(AustauschTest, RechteBleiben) {
         dateiAustauschen(pfad, dateistandLesen(pfad), neuSchreiben, gutheissen);
         EXPECT_EQ(angaben(pfad).st_mode & 07777, rechte);
     }
+}
+
+// A file that everybody may read is nobody's business before it is whole.
+TEST_F(AustauschTest, EineHalbeKopieGehtNiemandenEtwasAn) {
+    ASSERT_EQ(::chmod(QFile::encodeName(pfad).constData(), 0666), 0);
+    std::vector<mode_t> gesehen;
+    AtempauseSetzen([&] {
+        for (const QString& name : dateien())
+            if (name != u"a.mdb") gesehen.push_back(angaben(ordner.filePath(name)).st_mode & 0777);
+    });
+    dateiAustauschen(pfad, dateistandLesen(pfad), neuSchreiben, gutheissen);
+    AtempauseSetzen(nullptr);
+    EXPECT_EQ(gesehen, std::vector<mode_t>{0600});
+    EXPECT_EQ(angaben(pfad).st_mode & 0777, 0666u);
 }
 
 TEST_F(AustauschTest, EigentuemerUndGruppeBleiben) {

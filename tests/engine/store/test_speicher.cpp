@@ -2,7 +2,9 @@
 #include "engine/store/speicher.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <QDir>
 #include <QFile>
 #include <functional>
 #include <utility>
@@ -289,6 +291,22 @@ qint64 speicherbedarf() {
     return datei.readAll().split(' ').value(1).toLongLong() * 4096;
 }
 
+// The open files of this process that the store made and that no folder names any more.
+std::vector<struct stat> ablagen() {
+    std::vector<struct stat> gefunden;
+    for (const QString& nummer :
+         QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System)) {
+        const QString griff = QStringLiteral("/proc/self/fd/") + nummer;
+        const QString ziel = QFile::symLinkTarget(griff);
+        struct stat angaben {};
+        if (!ziel.contains(u"/etilqs_") || ::stat(QFile::encodeName(griff).constData(), &angaben) != 0)
+            continue;
+        EXPECT_FALSE(QFile::exists(ziel)) << qPrintable(ziel);
+        gefunden.push_back(angaben);
+    }
+    return gefunden;
+}
+
 TEST_F(SpeicherTest, DreihunderttausendZeilenInBegrenztemSpeicher) {
     constexpr int kZeilen = 300000;
     const QString text(200, u'ä');
@@ -308,6 +326,13 @@ TEST_F(SpeicherTest, DreihunderttausendZeilenInBegrenztemSpeicher) {
     EXPECT_EQ(ids.front(), kZeilen);
     EXPECT_EQ(ids.back(), 1);
     EXPECT_EQ(speicher.zeilenzahl(1), kZeilen);
+    // Nobody else can open what does not fit into the cache, and it is gone with the process.
+    const auto dateien = ablagen();
+    EXPECT_FALSE(dateien.empty());
+    for (const struct stat& angaben : dateien) {
+        EXPECT_EQ(angaben.st_mode & 0777, 0600u);
+        EXPECT_EQ(angaben.st_nlink, 0u);
+    }
     // The texts alone are 120 MB; the page cache of the store is 64 MB.
     if (!kSpeicherMessbar) GTEST_SKIP() << "unter AddressSanitizer nicht messbar";
     EXPECT_LT(speicherbedarf() - vorher, 110 << 20);
