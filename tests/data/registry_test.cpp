@@ -1,0 +1,79 @@
+// The per-user store: what was written comes back, and a damaged store is an empty one that can be written
+// again.
+#include "data/registry.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QTemporaryDir>
+
+namespace {
+
+constexpr auto kWurzel = Schluesselwurzel::BenutzerAktuell;
+const QString kSchluessel = QStringLiteral("Software\\Probe\\1.0");
+
+class Registry : public testing::Test {
+  protected:
+    Registry() { RegAblageSetzen(datei); }
+    ~Registry() override { RegAblageSetzen(QString()); }
+    static Wert lesen(const QString& name) { return RegWertLesen(kWurzel, kSchluessel, name); }
+    static void schreiben(const QString& name, int typ, const Wert& wert) {
+        RegWertSchreiben(kWurzel, kSchluessel, name, typ, wert);
+    }
+    void ersetzen(const QByteArray& inhalt) const {
+        QFile ablage(datei);
+        ASSERT_TRUE(ablage.open(QIODevice::WriteOnly));
+        ablage.write(inhalt);
+    }
+    QByteArray inhalt() const {
+        QFile ablage(datei);
+        EXPECT_TRUE(ablage.open(QIODevice::ReadOnly));
+        return ablage.readAll();
+    }
+
+    QTemporaryDir ordner;
+    QString datei = ordner.filePath(QStringLiteral("ablage.ini"));
+};
+
+TEST_F(Registry, TextUndZahlKommenZurueck) {
+    RegSchluesselAnlegen(kWurzel, kSchluessel);
+    schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("C:\\Büro\\=;\"")));
+    schreiben(QStringLiteral("Zahl"), kRegZahl, Wert(-7));
+    EXPECT_EQ(lesen(QStringLiteral("Ordner")).alsText(), QStringLiteral("C:\\Büro\\=;\""));
+    EXPECT_EQ(lesen(QStringLiteral("Zahl")).ganzzahl(), -7);
+    EXPECT_TRUE(lesen(QStringLiteral("Fehlt")).istLeerOderNull());
+}
+
+TEST_F(Registry, OhneSchluesselUndMitAnderemTypWirdNichtsGeschrieben) {
+    schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("x")));
+    EXPECT_TRUE(lesen(QStringLiteral("Ordner")).istLeerOderNull());
+    RegSchluesselAnlegen(kWurzel, kSchluessel);
+    schreiben(QStringLiteral("Ordner"), 3, Wert(QStringLiteral("x")));
+    schreiben(QStringLiteral("Zahl"), kRegZahl, Wert(3e9));
+    EXPECT_TRUE(lesen(QStringLiteral("Ordner")).istLeerOderNull());
+    EXPECT_TRUE(lesen(QStringLiteral("Zahl")).istLeerOderNull());
+}
+
+TEST_F(Registry, EineBeschaedigteAblageLaesstSichLesenUndNeuSchreiben) {
+    RegSchluesselAnlegen(kWurzel, kSchluessel);
+    schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("C:\\Daten")));
+    const QByteArray ganz = inhalt();
+    QByteArray alleBytes;
+    for (int byte = 0; byte < 256; ++byte) alleBytes += char(byte);
+    QList<QByteArray> schaeden = {{},
+                                  alleBytes,
+                                  QByteArray(ganz).replace("Typ=1", "Typ=@Invalid()"),
+                                  QByteArray(ganz).replace("Typ=1", "Typ=99999999999999999999")};
+    for (qsizetype laenge = 5; laenge < ganz.size(); laenge += 13) schaeden += ganz.left(laenge);
+    for (const QByteArray& schaden : schaeden) {
+        SCOPED_TRACE(schaden.constData());
+        ersetzen(schaden);
+        const QString gelesen = lesen(QStringLiteral("Ordner")).alsText();
+        EXPECT_TRUE(QStringLiteral("C:\\Daten").startsWith(gelesen)) << qPrintable(gelesen);
+        RegSchluesselAnlegen(kWurzel, kSchluessel);
+        schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("D:\\")));
+        EXPECT_EQ(lesen(QStringLiteral("Ordner")).alsText(), QStringLiteral("D:\\"));
+    }
+}
+
+}  // namespace
