@@ -7,7 +7,7 @@ import struct
 import gemeinsam
 
 BIBLIOTHEK = pathlib.Path(gemeinsam.PROGRAMM).with_name("stoerung.so")
-AN, ANZAHL, FEHLER_BEI, DAUER, AUSGELOEST, LETZTE = 0, 4, 8, 12, 16, 20
+AN, ANZAHL, FEHLER_BEI, DAUER, AUSGELOEST, UMBENANNT, LETZTE = 0, 4, 8, 12, 16, 20, 24
 OHNE_ENDE = 0x7FFFFFFF
 
 
@@ -34,7 +34,15 @@ class Stoerung:
 
     def beginnen(self, fehler_bei=0, dauer=1):
         """Counts from now on; operation number `fehler_bei` fails, and `dauer` - 1 more behind it."""
-        for stelle, wert in ((AN, 0), (ANZAHL, 0), (FEHLER_BEI, fehler_bei), (DAUER, dauer), (AUSGELOEST, 0), (AN, 1)):
+        for stelle, wert in (
+            (AN, 0),
+            (ANZAHL, 0),
+            (FEHLER_BEI, fehler_bei),
+            (DAUER, dauer),
+            (AUSGELOEST, 0),
+            (UMBENANNT, 0),
+            (AN, 1),
+        ):
             self._schreiben(stelle, wert)
 
     def beenden(self):
@@ -45,6 +53,11 @@ class Stoerung:
     def heilen(self):
         """Lets everything succeed again, and goes on counting."""
         self._schreiben(FEHLER_BEI, 0)
+
+    @property
+    def umbenannt(self):
+        """The number of the last renaming since `beginnen`, 0 for none."""
+        return self._lesen(UMBENANNT)
 
     @property
     def letzte(self):

@@ -26,6 +26,7 @@ struct Steuerung {
     volatile uint32_t fehlerBei;    // number of the operation that fails; 0 = none
     volatile uint32_t dauer;        // how many operations in a row fail, counted ones only
     volatile uint32_t ausgeloest;
+    volatile uint32_t umbenannt;    // number of the last renaming
     char letzte[256];               // the operation that failed last
 };
 
@@ -64,6 +65,12 @@ static int scheitert(const char* was, const char* pfad, int fehler) {
     return 1;
 }
 
+static int umbenennenScheitert(const char* nach) {
+    const int jetzt = scheitert("rename", nach, EACCES);
+    steuerung->umbenannt = steuerung->anzahl;
+    return jetzt;
+}
+
 #define ECHT(name) \
     static __typeof__(&name) echt; \
     if (!echt) echt = (__typeof__(&name))dlsym(RTLD_NEXT, #name)
@@ -80,7 +87,7 @@ static int geoeffnet(int fd, const char* pfad) {
         va_start(ap, schalter); \
         const mode_t modus = schalter & (O_CREAT | O_TMPFILE) ? va_arg(ap, mode_t) : 0; \
         va_end(ap); \
-        if (unser(pfad) && (schalter & O_ACCMODE) != O_RDONLY && scheitert("open", pfad, EACCES)) return -1; \
+        if (unser(pfad) && scheitert("open", pfad, EACCES)) return -1; \
         return geoeffnet(echt(pfad, schalter, modus), pfad); \
     }
 OEFFNEN(open)
@@ -93,7 +100,7 @@ OEFFNEN(open64)
         va_start(ap, schalter); \
         const mode_t modus = schalter & (O_CREAT | O_TMPFILE) ? va_arg(ap, mode_t) : 0; \
         va_end(ap); \
-        if (unser(pfad) && (schalter & O_ACCMODE) != O_RDONLY && scheitert("open", pfad, EACCES)) return -1; \
+        if (unser(pfad) && scheitert("open", pfad, EACCES)) return -1; \
         return geoeffnet(echt(in, pfad, schalter, modus), pfad); \
     }
 OEFFNEN_IN(openat)
@@ -157,12 +164,12 @@ int ftruncate64(int fd, off64_t laenge) {
 
 int rename(const char* von, const char* nach) {
     ECHT(rename);
-    return unser(nach) && scheitert("rename", nach, EACCES) ? -1 : echt(von, nach);
+    return unser(nach) && umbenennenScheitert(nach) ? -1 : echt(von, nach);
 }
 
 int renameat2(int in, const char* von, int nachIn, const char* nach, unsigned schalter) {
     ECHT(renameat2);
-    return unser(nach) && scheitert("rename", nach, EACCES) ? -1 : echt(in, von, nachIn, nach, schalter);
+    return unser(nach) && umbenennenScheitert(nach) ? -1 : echt(in, von, nachIn, nach, schalter);
 }
 
 int link(const char* von, const char* nach) {

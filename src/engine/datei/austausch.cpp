@@ -9,20 +9,28 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
+#include <optional>
 
 #include "base/fehler.h"
 #include "engine/datei/platte.h"
 
 namespace engine {
+namespace {
+
+std::optional<Dateistand> standVon(const QString& pfad) {
+    struct stat angaben {};
+    if (::stat(QFile::encodeName(pfad).constData(), &angaben) != 0) return std::nullopt;
+    return Dateistand{qint64(angaben.st_size),
+                      qint64(angaben.st_mtim.tv_sec) * 1'000'000'000 + angaben.st_mtim.tv_nsec,
+                      quint64(angaben.st_dev), quint64(angaben.st_ino)};
+}
+
+}  // namespace
 
 Dateistand dateistandLesen(const QString& pfad) {
-    struct stat angaben {};
-    if (::stat(QFile::encodeName(pfad).constData(), &angaben) != 0)
-        throw EngineFehler(
-            kDateiFehlt,
-            QStringLiteral("Die Datei '%1' ist nicht vorhanden oder nicht erreichbar.").arg(pfad));
-    return {qint64(angaben.st_size), qint64(angaben.st_mtim.tv_sec) * 1'000'000'000 + angaben.st_mtim.tv_nsec,
-            quint64(angaben.st_dev), quint64(angaben.st_ino)};
+    if (const auto stand = standVon(pfad)) return *stand;
+    throw EngineFehler(kDateiFehlt,
+                       QStringLiteral("Die Datei '%1' ist nicht vorhanden oder nicht erreichbar.").arg(pfad));
 }
 
 void standVergleichen(const QString& ziel, const Dateistand& stand) {
@@ -62,13 +70,14 @@ Dateistand dateiAustauschen(const QString& pfad, const Dateistand& stand,
     schreiben(neu.pfad());
     aufPlatteBringen(neu.pfad());
     pruefen(neu.pfad());
+    const Dateistand fertig = dateistandLesen(neu.pfad());
     standVergleichen(ziel, stand);
     if (::rename(QFile::encodeName(neu.pfad()).constData(), QFile::encodeName(ziel).constData()) != 0)
         systemfehler(ziel, QStringLiteral("ersetzt"));
     neu.behalten();
-    const Dateistand danach = dateistandLesen(ziel);
+    // The change is made: from here on nothing may be told as if it had failed.
     ordnerAufPlatteBringen(ziel);
-    return danach;
+    return standVon(ziel).value_or(fertig);
 }
 
 }  // namespace engine

@@ -30,7 +30,8 @@ void schreibbarkeitPruefen(const QString& pfad);
 // a byte copy of the old one), which is then flushed, handed to `pruefen(neu)` and renamed over the old one.
 // Mode, owner and group are taken over; a symbolic link keeps pointing where it did and its target is replaced.
 // Raises kDateiGeaendert when the file is no longer what `stand` says, kDatentraegerVoll, kSchreibgeschuetzt
-// or kDateifehler otherwise; the old file is then untouched and the new one is gone.
+// or kDateifehler otherwise; the old file is then untouched and the new one is gone. Behind the renaming it
+// raises nothing any more, and no more may its caller: what `pruefen` has opened stays open.
 // Returns the state of the file after the swap.
 Dateistand dateiAustauschen(const QString& pfad, const Dateistand& stand,
                             const std::function<void(const QString& neu)>& schreiben,

@@ -122,9 +122,9 @@ engine::Hinweise schreiben(const QString& pfad, const std::vector<engine::Aender
 }
 
 // Reads the new file back: nothing that was sound is broken, and every new table has its rows.
-void zurueckgelesenPruefen(const QString& pfad, const std::vector<Mangel>& bekannte,
-                           const Erwartet& erwartet) {
-    const std::shared_ptr<Seitendatei> datei = oeffnen(pfad, QIODevice::ReadOnly);
+std::shared_ptr<Seitendatei> zurueckgelesen(const QString& pfad, const std::vector<Mangel>& bekannte,
+                                            const Erwartet& erwartet) {
+    std::shared_ptr<Seitendatei> datei = oeffnen(pfad, QIODevice::ReadOnly);
     dateiPruefen(*datei, bekannte);
     for (const auto& [name, zeilen] : erwartet) {
         if (qint64(tabelleLesen(*datei, name).zeilen) == zeilen) continue;
@@ -133,6 +133,7 @@ void zurueckgelesenPruefen(const QString& pfad, const std::vector<Mangel>& bekan
             u"Die Tabelle '%1' ist nach dem Schreiben nicht vollständig. Die Datei wurde nicht geändert."_qs
                 .arg(name));
     }
+    return datei;
 }
 
 }  // namespace
@@ -168,10 +169,12 @@ engine::Hinweise MdbDatei::anwenden(const std::vector<engine::Aenderung>& aender
     const std::vector<Mangel> bekannte = maengelFinden(*datei_);
     Erwartet erwartet;
     engine::Hinweise hinweise;
+    std::shared_ptr<Seitendatei> neue;
     stand_ = engine::dateiAustauschen(
         pfad_, stand_, [&](const QString& neu) { hinweise = schreiben(neu, aenderungen, erwartet); },
-        [&](const QString& neu) { zurueckgelesenPruefen(neu, bekannte, erwartet); });
-    datei_ = oeffnen(pfad_, QIODevice::ReadOnly);
+        [&](const QString& neu) { neue = zurueckgelesen(neu, bekannte, erwartet); });
+    // It was opened before it took its place: a failure behind the swap would look as if nothing had changed.
+    datei_ = std::move(neue);
     return hinweise;
 }
 
