@@ -43,7 +43,7 @@ QByteArray unstimmigkeit(sqlite3* datenbank, const std::map<qint64, Tabellenbild
     if (QByteArray laeuft = laufende(datenbank); !laeuft.isEmpty()) return laeuft;
     for (const auto& [nummer, bild] : verzeichnis)
         if (QByteArray fund = tabellePruefen(datenbank, nummer, bild); !fund.isEmpty()) return fund;
-    Frage anzahl(datenbank, "SELECT count(*) FROM sqlite_master");
+    Frage anzahl(datenbank, "SELECT count(*) FROM sqlite_master WHERE type = 'table'");
     if (!anzahl.zeile() || anzahl.zahl() != qint64(verzeichnis.size()))
         return "more tables than the directory has";
     return {};

@@ -11,6 +11,8 @@
 namespace store {
 namespace {
 
+constexpr qint64 kVieleZeilen = 50000;  // below, a walk over the table is not noticed
+
 QByteArray tabellenname(qint64 nummer) {
     return "t" + QByteArray::number(nummer);
 }
@@ -172,8 +174,24 @@ void Speicher::zeilenEntfernen(qint64 nummer, const std::vector<qint64>& ids) {
     punkt.behalten();
 }
 
+// Who selects by a column once does so again and again. A scratch file that has no room for an index must not
+// cost a transaction, and the selection does without.
+void Speicher::suchbarMachen(const Auswahl& auswahl) {
+    if (inTransaktion() || naechsteId(auswahl.tabelle) < kVieleZeilen) return;
+    for (const int spalte : verglicheneSpalten(auswahl.bedingung)) {
+        const QByteArray tabelle = tabellenname(auswahl.tabelle), zelle = spaltenname(spalte);
+        try {
+            verbindung_.ausfuehren("CREATE INDEX IF NOT EXISTS " + tabelle + zelle + " ON " + tabelle + "(" +
+                                   zelle + ")");
+        } catch (const EngineFehler&) {
+            return;
+        }
+    }
+}
+
 std::vector<qint64> Speicher::auswaehlen(const Auswahl& auswahl) {
     tabelle(auswahl.tabelle);
+    suchbarMachen(auswahl);
     QByteArray text = "SELECT id FROM " + tabellenname(auswahl.tabelle);
     if (!auswahl.bedingung.isEmpty()) text += " WHERE " + auswahl.bedingung;
     text += " ORDER BY ";

@@ -57,7 +57,8 @@ class Speicher {
     // All or none.
     void zeilenEntfernen(qint64 tabelle, const std::vector<qint64>& ids);
 
-    // The ids of the rows that meet the condition. Lets the window breathe.
+    // The ids of the rows that meet the condition. Lets the window breathe. The first selection by a column
+    // of a large table gives it an index, unless a transaction is open.
     std::vector<qint64> auswaehlen(const Auswahl& auswahl);
     // The greatest whole number of a column, 0 for an empty one.
     qint64 groessteZahl(qint64 tabelle, int spalte);
@@ -103,6 +104,7 @@ class Speicher {
     void transaktionPruefen() const;
     // In builds with assertions: ends the program when the directory and the scratch file do not agree.
     void invariantenPruefen() const;
+    void suchbarMachen(const Auswahl& auswahl);
 
     Verbindung verbindung_;
     std::map<qint64, Tabelle> tabellen_;

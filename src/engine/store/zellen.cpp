@@ -1,6 +1,7 @@
 // Cells of the working store: encoding, decoding, sort keys.
 #include "engine/store/zellen.h"
 
+#include <QRegularExpression>
 #include <array>
 #include <cmath>
 #include <cstring>
@@ -291,6 +292,14 @@ QByteArray gleichText(int spalte, Spaltenart art, const Wert& zahl) {
     const QByteArray rechts = zahl.art() == Wert::Art::Ganzzahl ? QByteArray::number(zahl.ganzzahl())
                                                                 : QByteArray::number(zahl.alsZahl(), 'e', 17);
     return links + " = " + rechts;
+}
+
+std::set<int> verglicheneSpalten(const QByteArray& bedingung) {
+    static const QRegularExpression gleichung(QStringLiteral("c(\\d+) = "));
+    std::set<int> spalten;
+    auto fund = gleichung.globalMatch(QString::fromLatin1(bedingung));
+    while (fund.hasNext()) spalten.insert(fund.next().captured(1).toInt());
+    return spalten;
 }
 
 }  // namespace store

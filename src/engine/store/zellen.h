@@ -4,6 +4,7 @@
 #include <sqlite3.h>
 
 #include <QByteArray>
+#include <set>
 
 #include "base/wert.h"
 
@@ -29,5 +30,7 @@ int funktionenAnmelden(sqlite3* datenbank);
 
 // "cell of column `spalte` equals `zahl`" in the store's language, for a column of a kind that holds numbers.
 QByteArray gleichText(int spalte, Spaltenart art, const Wert& zahl);
+// The columns that a condition of such texts compares as they are kept, so that an index can find them.
+std::set<int> verglicheneSpalten(const QByteArray& bedingung);
 
 }  // namespace store

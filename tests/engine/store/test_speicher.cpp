@@ -109,6 +109,37 @@ TEST_F(SpeicherTest, AuswahlMitBedingungUndOrdnung) {
               (std::vector<qint64>{2, 4}));
 }
 
+// A large table is selected from through an index, which has to know of every later change.
+TEST_F(SpeicherTest, DieAuswahlAusEinerGrossenTabelleKenntJedeAenderung) {
+    constexpr int kZeilen = 60000;
+    for (int i = 1; i <= kZeilen; ++i) hinzu(i % 20000);
+    const auto ids = [&](int zahl) {
+        return speicher.auswaehlen({1, store::gleichText(0, Spaltenart::Ganzzahl, Wert(zahl)), {}});
+    };
+    using Ids = std::vector<qint64>;
+    EXPECT_EQ(ids(7), (Ids{7, 20007, 40007}));
+    hinzu(7);
+    speicher.zeileAendern(1, 20007, {0}, {Wert(8)});
+    speicher.zeilenEntfernen(1, {7});
+    EXPECT_EQ(ids(7), (Ids{40007, 60001}));
+    EXPECT_EQ(ids(8), (Ids{8, 20007, 20008, 40008}));
+    speicher.beginnen();
+    speicher.zeileAendern(1, 40007, {0}, {Wert(9)});
+    EXPECT_EQ(ids(7), (Ids{60001}));
+    speicher.verwerfen();
+    EXPECT_EQ(ids(7), (Ids{40007, 60001}));
+    speicher.tabelleEntfernen(1);
+    speicher.tabelleAnlegen(1, {Spaltenart::Ganzzahl, Spaltenart::Text});
+    EXPECT_EQ(ids(7), Ids{});
+}
+
+TEST_F(SpeicherTest, EineVolleScheibeVerhindertKeineAuswahl) {
+    for (int i = 1; i <= 60000; ++i) hinzu(i);
+    speicher.hoechstensSeiten(1);  // no more than there are
+    EXPECT_EQ(speicher.auswaehlen({1, store::gleichText(0, Spaltenart::Ganzzahl, Wert(7)), {}}),
+              std::vector<qint64>{7});
+}
+
 TEST_F(SpeicherTest, NeueSpalteIstNullUndBeschreibbar) {
     const qint64 id = hinzu(1);
     const int spalte = speicher.spalteAnhaengen(1, Spaltenart::DatumZeit);
