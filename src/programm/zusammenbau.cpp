@@ -54,6 +54,13 @@ Programm::Programm() {
     haupt_->show();
 }
 
+void Programm::dateiOeffnen(const QString& pfad) {
+    constexpr int kRahmenDatenbank = 2;
+    RahmenWechseln(gRahmen, kRahmenDatenbank, false, true);
+    haupt_->rahmenDatenbank->dateiEintragen(pfad);
+    WeiterGehen();
+}
+
 Programm::~Programm() {
     FensterSetzen(nullptr);
 }

@@ -15,6 +15,9 @@ class Programm {
     Programm(const Programm&) = delete;
     Programm& operator=(const Programm&) = delete;
 
+    // Opens a database file as if the user had gone to frame 2 and named it there.
+    void dateiOeffnen(const QString& pfad);
+
     FrmHaupt& hauptfenster() { return *haupt_; }
 
   private:

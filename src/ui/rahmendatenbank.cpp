@@ -1,7 +1,10 @@
 // Frame 2: the database file and its password.
 #include "ui/rahmendatenbank.h"
 
+#include <QDragEnterEvent>
+#include <QFileInfo>
 #include <QGridLayout>
+#include <QMimeData>
 
 #include "base/pfad.h"
 #include "data/datenzugriff.h"
@@ -59,6 +62,13 @@ void ordnerMerken(const QString& datei) {
                      QString::fromUtf16(kRegVerzeichnis), kRegText, Wert(VerzeichnisAusPfad(datei)));
 }
 
+// The one file of the user's own that is being dragged; empty for anything else.
+QString gezogeneDatei(const QMimeData& daten) {
+    const QList<QUrl> orte = daten.urls();
+    const QString pfad = orte.size() == 1 ? orte.constFirst().toLocalFile() : QString();
+    return QFileInfo(pfad).isFile() ? pfad : QString();
+}
+
 }  // namespace
 
 RahmenDatenbank::RahmenDatenbank()
@@ -70,6 +80,9 @@ RahmenDatenbank::RahmenDatenbank()
     btnDatenbankAuswählen->setToolTip(QStringLiteral("Datenbank auswählen"));
     btnDatenbankAuswählen->setAccessibleName(QStringLiteral("Datenbank auswählen"));
     tbxDatenbankPasswort->setEchoMode(QLineEdit::Password);
+    setAcceptDrops(true);
+    // They would take a dropped file as a text.
+    for (QLineEdit* feld : {tbxDatenbankName, tbxDatenbankPasswort}) feld->setAcceptDrops(false);
 
     auto* gitter = new QGridLayout(this);
     gitter->addWidget(Textfeld(QStringLiteral(
@@ -94,6 +107,20 @@ void RahmenDatenbank::btnDatenbankAuswählen_Click() {
     tbxDatenbankName->setText(wahl->datei);
     ordnerMerken(wahl->datei);
     formatMerken(wahl->filterIndex);
+}
+
+void RahmenDatenbank::dateiEintragen(const QString& pfad) {
+    tbxDatenbankName->setText(QFileInfo(pfad).absoluteFilePath());
+    tbxDatenbankName->setFocus();
+}
+
+void RahmenDatenbank::dragEnterEvent(QDragEnterEvent* ereignis) {
+    if (!gezogeneDatei(*ereignis->mimeData()).isEmpty()) ereignis->acceptProposedAction();
+}
+
+void RahmenDatenbank::dropEvent(QDropEvent* ereignis) {
+    dateiEintragen(gezogeneDatei(*ereignis->mimeData()));
+    ereignis->acceptProposedAction();
 }
 
 bool RahmenDatenbank::pruefen() {

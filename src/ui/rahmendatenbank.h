@@ -12,9 +12,17 @@ class RahmenDatenbank : public Rahmen {
     // Opens the database.
     bool pruefen() override;
 
+    // Fills in a file as if the user had typed its full path.
+    void dateiEintragen(const QString& pfad);
+
     QLineEdit* tbxDatenbankName;
     QPushButton* btnDatenbankAuswählen;
     QLineEdit* tbxDatenbankPasswort;
+
+  protected:
+    // A file that is dropped on the frame is filled in.
+    void dragEnterEvent(QDragEnterEvent* ereignis) override;
+    void dropEvent(QDropEvent* ereignis) override;
 
   private:
     void btnDatenbankAuswählen_Click();

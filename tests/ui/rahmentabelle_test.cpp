@@ -1,4 +1,7 @@
 // Frames 2 and 3: opening a database; its tables, their details, deleting and renaming.
+#include <QDragEnterEvent>
+#include <QMimeData>
+
 #include "ui/assistent.h"
 
 namespace {
@@ -63,6 +66,38 @@ TEST_F(Datenbankwahl, DerDateidialogNenntDieFormateUndMerktDenOrdner) {
 
 // Writing into a file that somebody else has changed since it was opened is refused: only a file that was
 // opened anew takes the new name.
+// What is dragged, and whether the frame takes it.
+TEST_F(Datenbankwahl, EineDateiLaesstSichAufDieSeiteZiehen) {
+    bisDatenbank();
+    RahmenDatenbank* seite = haupt().rahmenDatenbank;
+    const QUrl datei = QUrl::fromLocalFile(kopie());
+    const QUrl ordnerUrl = QUrl::fromLocalFile(ordner.path());
+    const std::pair<QList<QUrl>, bool> faelle[] = {{{ordnerUrl}, false},
+                                                   {{datei, datei}, false},
+                                                   {{QUrl("https://a.example/b.mdb")}, false},
+                                                   {{}, false},
+                                                   {{datei}, true}};
+    for (QWidget* worauf :
+         std::initializer_list<QWidget*>{seite->tbxDatenbankPasswort, seite, seite->tbxDatenbankName}) {
+        seite->tbxDatenbankName->clear();
+        for (const auto& [urls, genommen] : faelle) {
+            QMimeData daten;
+            daten.setUrls(urls);
+            QDragEnterEvent hinein(QPoint(2, 2), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
+            hinein.ignore();
+            QApplication::sendEvent(worauf, &hinein);
+            EXPECT_EQ(hinein.isAccepted(), genommen);
+            if (!genommen) continue;
+            QDropEvent fallen(QPointF(2, 2), Qt::CopyAction, &daten, Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(worauf, &fallen);
+        }
+        EXPECT_EQ(seite->tbxDatenbankName->text(), datei.toLocalFile());
+        EXPECT_EQ(seite->tbxDatenbankPasswort->text(), QString());
+    }
+    weiter();
+    EXPECT_EQ(gRahmen, 3);
+}
+
 TEST_F(Datenbankwahl, ZurueckUndWeiterOeffnetNeu) {
     bisTabelle();
     QFile datei(ordner.filePath("a.mdb"));
