@@ -1,9 +1,12 @@
-// The maker's addresses and the ways to reach them.
+// The maker's addresses, the handbook, and the ways to reach them.
 #include "ui/anschriften.h"
 
 #include <QDesktopServices>
+#include <QDir>
 #include <QUrl>
 
+#include "base/pfad.h"
+#include "data/start.h"
 #include "run/meldungen.h"
 
 QString Internetadresse() {
@@ -27,4 +30,17 @@ void SupportSchreiben() {
     if (!QDesktopServices::openUrl(QUrl(QStringLiteral("mailto:") + Mailadresse() + betreff + inhalt)))
         AchtungZeigen(QStringLiteral("Es ließ sich kein Mailprogramm starten. Bitte schreiben Sie an\r") +
                       Mailadresse());
+}
+
+QString Handbuchdatei() {
+    const QString pfad = ProgrammDatei(QStringLiteral("Handbuch.html"));
+    return DateiVorhanden(pfad) ? QDir::cleanPath(SystemPfad(pfad)) : QString();
+}
+
+void HandbuchOeffnen() {
+    const QString datei = Handbuchdatei();
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(datei)))
+        AchtungZeigen(
+            QStringLiteral("Es ließ sich kein Programm starten, das das Handbuch zeigt. Es liegt in\r") +
+            QDir::toNativeSeparators(datei));
 }

@@ -10,6 +10,7 @@
 #include "fields/einstellungen.h"
 #include "run/fenster.h"
 #include "run/zustand.h"
+#include "ui/anschriften.h"
 #include "ui/bausteine.h"
 #include "ui/hilfethema.h"
 
@@ -27,6 +28,7 @@ QSize textgroesse(const QFontMetrics& schrift) {
 FrmHilfe::FrmHilfe(QWidget* eltern, const QString& rahmentitel)
     : QDialog(eltern),
       tbxHilfe(Neu<QPlainTextEdit>(QStringLiteral("tbxHilfe"))),
+      btnHandbuch(Neu<QPushButton>(QStringLiteral("btnHandbuch"), QStringLiteral("&Handbuch öffnen"))),
       Command1(Neu<QPushButton>(QStringLiteral("Command1"), QStringLiteral("OK"))) {
     setObjectName(QStringLiteral("frmHilfe"));
     setWindowTitle(QStringLiteral(" Hilfe"));
@@ -36,10 +38,18 @@ FrmHilfe::FrmHilfe(QWidget* eltern, const QString& rahmentitel)
     auto* Shape1 = Neu<QFrame>(QStringLiteral("Shape1"));
     Shape1->setFrameShape(QFrame::StyledPanel);
     auto* innen = new QVBoxLayout(Shape1);
+    innen->setContentsMargins(0, 0, 0, 0);
     innen->addWidget(tbxHilfe);
     auto* spalte = new QVBoxLayout(this);
     spalte->addWidget(Shape1);
-    spalte->addWidget(Command1, 0, Qt::AlignHCenter);
+    auto* knoepfe = new QHBoxLayout;
+    knoepfe->addWidget(btnHandbuch);
+    knoepfe->addStretch();
+    knoepfe->addWidget(Command1);
+    spalte->addLayout(knoepfe);
+    btnHandbuch->setVisible(!Handbuchdatei().isEmpty());
+    btnHandbuch->setAutoDefault(false);
+    connect(btnHandbuch, &QPushButton::clicked, this, [] { HandbuchOeffnen(); });
     Command1->setDefault(true);
     Command1->setFocus();
     connect(Command1, &QPushButton::clicked, this, [this] { accept(); });

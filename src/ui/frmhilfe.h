@@ -14,6 +14,7 @@ class FrmHilfe : public QDialog {
     static QString HilfeThemaLesen(const QString& schluessel);
 
     QPlainTextEdit* tbxHilfe;
+    QPushButton* btnHandbuch;  // hidden when the program came without a handbook
     QPushButton* Command1;
 };
 

@@ -188,6 +188,26 @@ TEST_F(Hilfefenster, FindetDieDateiEinerInstallation) {
     EXPECT_EQ(FrmHilfe(nullptr, QString()).tbxHilfe->toPlainText(), u"daneben\n");
 }
 
+TEST_F(Hilfefenster, DasHandbuchIstZuErreichenWennEsDaIst) {
+    dateiSchreiben(ordner.filePath("Hilfe.HLP"), "###\nNichts\n\neins\n");
+    {
+        FrmHilfe hilfe(nullptr, QString());
+        hilfe.show();
+        EXPECT_FALSE(hilfe.btnHandbuch->isVisible());
+    }
+    dateiSchreiben(ordner.filePath("Handbuch.html"), "<p>Handbuch</p>");
+    FrmHilfe hilfe(nullptr, QString());
+    hilfe.show();
+    EXPECT_TRUE(hilfe.btnHandbuch->isVisible());
+    // Without a display there is no program that could show it.
+    attrappe.erwarte(
+        QStringLiteral("Es ließ sich kein Programm starten, das das Handbuch zeigt. Es liegt in\r") +
+        QDir::toNativeSeparators(ordner.filePath("Handbuch.html")));
+    hilfe.btnHandbuch->click();
+    EXPECT_EQ(attrappe.meldungen.size(), 1u);
+    EXPECT_TRUE(hilfe.isVisible());
+}
+
 TEST_F(Hilfefenster, OkUndEscapeSchliessen) {
     for (const Qt::Key taste : {Qt::Key_Return, Qt::Key_Escape}) {
         attrappe.erwarte(QStringLiteral("Hilfedatei nicht gefunden!"));
