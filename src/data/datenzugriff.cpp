@@ -12,6 +12,7 @@
 namespace {
 
 constexpr int kDbaseNamenslaenge = 8;
+constexpr int kRahmenDurchfuehrung = 6;
 
 struct Oeffnung {
     QString name;
@@ -109,7 +110,11 @@ bool sichern(dao::Database& datenbank) {
         [] { return QStringLiteral("Fehler beim Speichern der Datenbank '%1'.").arg(gDatenbankPfad); });
     engine::Hinweise hinweise;
     bool weiter = true;
+    if (gRahmen == kRahmenDurchfuehrung && !Angehalten())
+        fenster().information(QStringLiteral("Schreibe die Datei ..."));
+    fenster().sanduhr(true);
     s.ablauf([&] { s.tu([&] { hinweise = datenbank.Sichern(); }); }, [&] { weiter = false; });
+    fenster().sanduhr(false);
     hinweiseZeigen(hinweise);
     return weiter;
 }

@@ -8,8 +8,7 @@ Balken::Balken(const QString& name, const QColor& farbe) : form(Neu<QFrame>(name
     QPalette palette;
     palette.setColor(QPalette::Window, farbe);
     form->setPalette(palette);
-    form->setFrameStyle(QFrame::Box | QFrame::Plain);
-    setFixedHeight(2 * fontMetrics().height());
+    setFixedHeight(3 * fontMetrics().height());
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 

@@ -32,6 +32,12 @@ QComboBox* Auswahlliste(const QString& name, int zeichen) {
     return liste;
 }
 
+void PlatzBehalten(QWidget* element) {
+    QSizePolicy platz = element->sizePolicy();
+    platz.setRetainSizeWhenHidden(true);
+    element->setSizePolicy(platz);
+}
+
 int PixelAusTwips(int twips, const QWidget* widget) {
     constexpr int kTwipsProZoll = 1440;
     return twips * widget->logicalDpiX() / kTwipsProZoll;
@@ -39,4 +45,14 @@ int PixelAusTwips(int twips, const QWidget* widget) {
 
 QString OhneKuerzel(QString text) {
     return text.replace(u'&', QStringLiteral("&&"));
+}
+
+bool IstDunkel(const QPalette& farben) {
+    return farben.color(QPalette::WindowText).lightness() > farben.color(QPalette::Window).lightness();
+}
+
+QColor Gemischt(const QColor& a, const QColor& b, qreal anteil) {
+    const auto mischen = [anteil](qreal x, qreal y) { return float(x * (1 - anteil) + y * anteil); };
+    return QColor::fromRgbF(mischen(a.redF(), b.redF()), mischen(a.greenF(), b.greenF()),
+                            mischen(a.blueF(), b.blueF()));
 }

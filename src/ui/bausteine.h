@@ -2,6 +2,7 @@
 // clicks.
 #pragma once
 
+#include <QColor>
 #include <QComboBox>
 #include <QLabel>
 #include <QString>
@@ -29,11 +30,19 @@ QLabel* Beschriftung(const QString& text, QWidget* element);
 // A list of names to choose from, wide enough for some characters whatever it holds.
 QComboBox* Auswahlliste(const QString& name, int zeichen);
 
+// The element keeps its place while it is hidden, so that nothing jumps.
+void PlatzBehalten(QWidget* element);
+
 // 1440 twips are an inch, which is as many pixels as the screen of `widget` says.
 int PixelAusTwips(int twips, const QWidget* widget);
 
 // A text for a place where "&" would mark a key: as it stands.
 QString OhneKuerzel(QString text);
+
+// True on a desktop with light text on dark ground.
+bool IstDunkel(const QPalette& farben);
+// Between two colours: `anteil` 0 is the first, 1 the second one.
+QColor Gemischt(const QColor& a, const QColor& b, qreal anteil);
 
 // Runs a user's action; a failure that nothing else has caught is told in a box.
 template <typename Aktion>

@@ -14,12 +14,6 @@
 
 namespace {
 
-QColor gemischt(const QColor& a, const QColor& b, qreal anteil) {
-    const auto mischen = [anteil](qreal x, qreal y) { return float(x * (1 - anteil) + y * anteil); };
-    return QColor::fromRgbF(mischen(a.redF(), b.redF()), mischen(a.greenF(), b.greenF()),
-                            mischen(a.blueF(), b.blueF()));
-}
-
 // The highlight of a chosen row, away from the colour of its text.
 QColor verstaerkt(const QPalette& palette) {
     constexpr int kProzent = 150;
@@ -39,7 +33,7 @@ class Abweichungsmaler : public QStyledItemDelegate {
         QStyledItemDelegate::initStyleOption(option, index);
         if (!index.data(Datensteuerung::kAbweichung).toBool()) return;
         option->font.setBold(true);
-        option->backgroundBrush = gemischt(option->palette.color(QPalette::Base),
+        option->backgroundBrush = Gemischt(option->palette.color(QPalette::Base),
                                            option->palette.color(QPalette::Highlight), kAnteil);
         option->palette.setColor(QPalette::Highlight, verstaerkt(option->palette));
     }
@@ -110,6 +104,7 @@ Datengitter::Datengitter(QWidget* eltern) : QTableView(eltern) {
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     setHorizontalHeader(new Kopfzeile(Qt::Horizontal, this));
     horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setTextElideMode(Qt::ElideRight);
     horizontalHeader()->setSectionsClickable(false);
 }
 

@@ -8,6 +8,8 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
+#include <algorithm>
 
 #include "ui/bausteine.h"
 
@@ -73,6 +75,15 @@ QString alsZeilen(QString text) {
     return text.replace(u'\r', u'\n');
 }
 
+// The lines of a text stay as they are told, as far as the screen is wide enough.
+void zeilenErhalten(QMessageBox& kasten) {
+    auto* label = kasten.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (!label) return;
+    constexpr double kAnteil = 0.8;
+    const int text = label->fontMetrics().size(0, kasten.text()).width();
+    label->setMinimumWidth(std::min(text, int(kAnteil * kasten.screen()->availableSize().width())));
+}
+
 // The pointer of a long action must not stand over a question.
 class OhneSanduhr {
   public:
@@ -133,6 +144,7 @@ Knopf MeldungAnzeigen(const Meldung& meldung) {
     kasten.setIcon(iconVon(meldung.symbol));
     kasten.setProperty("symbol", int(meldung.symbol));
     knoepfeAnlegen(kasten, meldung);
+    zeilenErhalten(kasten);
     if (nurOk) kasten.setEscapeButton(kasten.buttons().constFirst());
     kasten.exec();
     return kasten.clickedButton() ? Knopf(kasten.clickedButton()->property("knopf").toInt())

@@ -12,8 +12,12 @@ Knopf FensterQt::meldungZeigen(const Meldung& meldung) {
     return MeldungAnzeigen(meldung);
 }
 
+// The two empty frames are on show while a review is loaded, and while its decisions are carried out.
 void FensterQt::rahmenSichtbar(int rahmen, bool sichtbar) {
+    constexpr int kNachbearbeitungDubletten = 12;
+    constexpr int kNachbearbeitungMuell = 22;
     haupt_.rahmenSichtbar(rahmen, sichtbar);
+    if (rahmen == kNachbearbeitungDubletten || rahmen == kNachbearbeitungMuell) sanduhr(sichtbar);
 }
 
 void FensterQt::rahmenFuellen(int rahmen) {
@@ -94,6 +98,7 @@ void FensterQt::neuZeichnen() {
 }
 
 void FensterQt::sanduhr(bool an) {
+    haupt_.wartenZeigen(an);
     if (an && !QApplication::overrideCursor())
         QApplication::setOverrideCursor(Qt::WaitCursor);
     else if (!an && QApplication::overrideCursor())

@@ -32,14 +32,24 @@ QPushButton* knopf(const QString& name, const QString& text) {
     return taste;
 }
 
-QAction* eintrag(QMenu* menue, const QString& name, const QString& text) {
+QAction* eintrag(QMenu* menue, const QString& name, const QString& text, const QKeySequence& taste = {}) {
     QAction* aktion = menue->addAction(text);
+    aktion->setShortcut(taste);
     aktion->setObjectName(name);
     return aktion;
 }
 
 void trennen(QMenu* menue, const QString& name) {
     menue->addSeparator()->setObjectName(name);
+}
+
+// The first control of a page that the tab key reaches; nothing if there is none.
+QWidget* erstesElement(QWidget* rahmen) {
+    for (QWidget* w = rahmen->nextInFocusChain(); w && w != rahmen; w = w->nextInFocusChain())
+        if (rahmen->isAncestorOf(w) && w->isVisibleTo(rahmen) && w->isEnabled() &&
+            (w->focusPolicy() & Qt::TabFocus) == Qt::TabFocus)
+            return w;
+    return nullptr;
 }
 
 }  // namespace
@@ -49,15 +59,18 @@ FrmHaupt::FrmHaupt()
       btnZurück(knopf(QStringLiteral("btnZurück"), QStringLiteral("<<  Zurück"))),
       btnWeiter(knopf(QStringLiteral("btnWeiter"), QStringLiteral("Weiter  >>"))),
       btnBeenden(knopf(QStringLiteral("btnBeenden"), QStringLiteral("Beenden"))),
+      pgbWarten(Neu<QProgressBar>(QStringLiteral("pgbWarten"))),
       tmrDauer(Neu<QTimer>(QStringLiteral("tmrDauer"), this)),
       tmrFortschritt(Neu<QTimer>(QStringLiteral("tmrFortschritt"), this)),
       stapel_(new QStackedWidget),
-      leereSeite_(new QWidget) {
+      leereSeite_(new QWidget),
+      tmrWarten_(new QTimer(this)) {
     setObjectName(QStringLiteral("frmHaupt"));
     setWindowTitle(QStringLiteral(" Lindgarn"));
     setWindowIcon(QIcon(QStringLiteral(":/symbole/lindgarn.svg")));
     rahmenAnlegen();
     menueAnlegen();
+    tastenAnlegen();
 
     auto* inhalt = new QWidget;
     auto* spalte = new QVBoxLayout(inhalt);
@@ -74,8 +87,7 @@ FrmHaupt::FrmHaupt()
     connect(btnZurück, &QPushButton::clicked, this, [] { ZurueckGehen(); });
     connect(btnBeenden, &QPushButton::clicked, this, [this] { close(); });
     connect(btnHilfe, &QPushButton::clicked, this, [this] { hilfeZeigen(); });
-    connect(new QShortcut(QKeySequence(Qt::CTRL | Qt::Key_F), this), &QShortcut::activated, this,
-            [] { gSystemmeldungZeigen = !gSystemmeldungZeigen; });
+    connect(tmrWarten_, &QTimer::timeout, pgbWarten, &QWidget::show);
 }
 
 template <typename Art>
@@ -109,19 +121,28 @@ void FrmHaupt::rahmenAnlegen() {
 }
 
 QLayout* FrmHaupt::knopfleiste() {
+    constexpr int kWartenMs = 300;
+    tmrWarten_->setSingleShot(true);
+    tmrWarten_->setInterval(kWartenMs);
+    pgbWarten->setRange(0, 0);
+    pgbWarten->setTextVisible(false);
+    pgbWarten->setMaximumHeight(fontMetrics().height() / 2);
+    pgbWarten->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    pgbWarten->setAccessibleName(QStringLiteral("Bitte warten"));
+    pgbWarten->setToolTip(QStringLiteral("Bitte warten ..."));
+    pgbWarten->hide();
+    btnWeiter->setDefault(true);
+
     auto* leiste = new QHBoxLayout;
     leiste->addWidget(btnHilfe);
-    leiste->addStretch();
+    leiste->addWidget(pgbWarten, 1);
     leiste->addWidget(btnZurück);
     leiste->addWidget(btnWeiter);
-    leiste->addStretch();
+    leiste->addStretch(1);
     leiste->addWidget(btnBeenden);
     // The strip and the buttons keep their place while buttons come and go.
-    for (QPushButton* taste : {btnHilfe, btnZurück, btnWeiter}) {
-        QSizePolicy platz = taste->sizePolicy();
-        platz.setRetainSizeWhenHidden(true);
-        taste->setSizePolicy(platz);
-    }
+    for (QWidget* teil : std::initializer_list<QWidget*>{btnHilfe, pgbWarten, btnZurück, btnWeiter})
+        PlatzBehalten(teil);
     const int breite = btnZurück->sizeHint().width();
     for (QPushButton* taste : {btnHilfe, btnZurück, btnWeiter, btnBeenden}) taste->setMinimumWidth(breite);
     return leiste;
@@ -130,12 +151,14 @@ QLayout* FrmHaupt::knopfleiste() {
 void FrmHaupt::menueAnlegen() {
     QMenu* programm = menuBar()->addMenu(QStringLiteral("&Programm"));
     programm->setObjectName(QStringLiteral("mnuProgramm"));
-    connect(eintrag(programm, QStringLiteral("mnuBeenden"), QStringLiteral("&Beenden")), &QAction::triggered,
-            this, [this] { close(); });
+    connect(eintrag(programm, QStringLiteral("mnuBeenden"), QStringLiteral("&Beenden"),
+                    QKeySequence(Qt::CTRL | Qt::Key_Q)),
+            &QAction::triggered, this, [this] { close(); });
     QMenu* information = menuBar()->addMenu(QStringLiteral("&?"));
     information->setObjectName(QStringLiteral("mnuInformation"));
-    connect(eintrag(information, QStringLiteral("mnuHilfe"), QStringLiteral("&Hilfe")), &QAction::triggered,
-            this, [this] { hilfeZeigen(); });
+    connect(
+        eintrag(information, QStringLiteral("mnuHilfe"), QStringLiteral("&Hilfe"), QKeySequence(Qt::Key_F1)),
+        &QAction::triggered, this, [this] { hilfeZeigen(); });
     trennen(information, QStringLiteral("mnuLeer1"));
     connect(eintrag(information, QStringLiteral("mnuInternetseite"), QStringLiteral("&Internetseite")),
             &QAction::triggered, this, [] { InternetseiteOeffnen(); });
@@ -146,6 +169,25 @@ void FrmHaupt::menueAnlegen() {
             this, [this] { FrmInfo(this).exec(); });
 }
 
+// Keys that the texts of the buttons have no room for.
+void FrmHaupt::tastenAnlegen() {
+    const auto taste = [this](const QKeySequence& folge, auto aktion) {
+        connect(new QShortcut(folge, this), &QShortcut::activated, this, aktion);
+    };
+    const auto druecken = [](QPushButton* knopf) {
+        return [knopf] {
+            if (knopf->isVisible()) knopf->click();
+        };
+    };
+    taste(QKeySequence(Qt::CTRL | Qt::Key_F), [] { gSystemmeldungZeigen = !gSystemmeldungZeigen; });
+    taste(QKeySequence(Qt::ALT | Qt::Key_Left), druecken(btnZurück));
+    taste(QKeySequence(Qt::ALT | Qt::Key_Right), druecken(btnWeiter));
+    btnZurück->setToolTip(QStringLiteral("Alt+Pfeil nach links"));
+    btnWeiter->setToolTip(QStringLiteral("Eingabetaste oder Alt+Pfeil nach rechts"));
+    btnHilfe->setToolTip(QStringLiteral("F1"));
+    btnBeenden->setToolTip(QStringLiteral("Strg+Q"));
+}
+
 // The same margin to the left, to the right and at the bottom, and a strip for the buttons between frame and
 // margin.
 void FrmHaupt::groesseFestlegen(QWidget* inhalt) {
@@ -154,6 +196,8 @@ void FrmHaupt::groesseFestlegen(QWidget* inhalt) {
     spalte->setContentsMargins(rand, rand / 2, rand, rand);
     const int streifen = PixelAusTwips(kKnopfstreifenTwips, this);
     spalte->setSpacing(std::max(0, streifen - btnWeiter->sizeHint().height()));
+    constexpr int kZeichen = 100, kZeilen = 30;
+    resize(sizeHint().expandedTo({kZeichen * fontMetrics().averageCharWidth(), kZeilen * rand}));
 }
 
 void FrmHaupt::hilfeZeigen() {
@@ -171,9 +215,18 @@ void FrmHaupt::rahmenSichtbar(int nummer, bool sichtbar) {
     if (!rahmen) return;
     if (sichtbar) {
         stapel_->setCurrentWidget(rahmen);
-        rahmen->setFocus();
+        if (QWidget* erster = erstesElement(rahmen)) erster->setFocus(Qt::OtherFocusReason);
     } else if (stapel_->currentWidget() == rahmen) {
         stapel_->setCurrentWidget(leereSeite_);
+    }
+}
+
+void FrmHaupt::wartenZeigen(bool an) {
+    if (an) {
+        tmrWarten_->start();
+    } else {
+        tmrWarten_->stop();
+        pgbWarten->hide();
     }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTimer>
@@ -28,6 +29,8 @@ class FrmHaupt : public QMainWindow {
     // Shows a frame or, as long as none is, an empty place.
     void rahmenSichtbar(int nummer, bool sichtbar);
     Rahmen* freRahmen(int nummer) const;
+    // Shows, after a moment, that the user has to wait.
+    void wartenZeigen(bool an);
 
     RahmenDatenbank* rahmenDatenbank;
     RahmenTabelle* rahmenTabelle;
@@ -43,6 +46,7 @@ class FrmHaupt : public QMainWindow {
     QPushButton* btnZurück;
     QPushButton* btnWeiter;
     QPushButton* btnBeenden;
+    QProgressBar* pgbWarten;  // moves while the program works and no frame says how far it is
     QTimer* tmrDauer;
     QTimer* tmrFortschritt;
 
@@ -57,9 +61,11 @@ class FrmHaupt : public QMainWindow {
     QLayout* knopfleiste();
     void menueAnlegen();
     void hilfeZeigen();
+    void tastenAnlegen();
     void groesseFestlegen(QWidget* inhalt);
 
     QStackedWidget* stapel_;
     QWidget* leereSeite_;
+    QTimer* tmrWarten_;  // until pgbWarten comes, so that it does not flash
     std::map<int, Rahmen*> rahmen_;
 };

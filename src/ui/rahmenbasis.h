@@ -13,4 +13,6 @@ class Rahmen : public QGroupBox {
     // Checks what the user entered and keeps it in the program's state; tells what is wrong and returns False
     // if the frame must stay. May raise EngineFehler.
     virtual bool pruefen() { return true; }
+    // A long title does not widen the window.
+    QSize minimumSizeHint() const override;
 };

@@ -28,11 +28,12 @@ RahmenProtokoll::RahmenProtokoll(const Protokollart& art)
     }
     QLabel* unten = texte_[3] = Textfeld(QString(), art.letztesLabel);
     QFont gross = unten->font();
-    gross.setPointSizeF(gross.pointSizeF() * 1.4);
+    gross.setPointSizeF(gross.pointSizeF() * 1.8);
     unten->setFont(gross);
     unten->setAlignment(Qt::AlignRight);
-    gitter->addWidget(unten, 3, 0);
-    gitter->setRowStretch(4, 1);
+    gitter->setRowMinimumHeight(3, fontMetrics().height() / 2);
+    gitter->addWidget(unten, 4, 0);
+    gitter->setRowStretch(5, 1);
     gitter->setColumnStretch(0, 3);
     gitter->setColumnStretch(1, 2);
 }

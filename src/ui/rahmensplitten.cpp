@@ -24,13 +24,6 @@ const QStringList& typen() {
     return texte;
 }
 
-// A control keeps its place while it is hidden, so that nothing jumps.
-void platzBehalten(QWidget* element) {
-    QSizePolicy platz = element->sizePolicy();
-    platz.setRetainSizeWhenHidden(true);
-    element->setSizePolicy(platz);
-}
-
 QLineEdit* namensfeld(const QString& name, const QString& wofuer) {
     auto* feld = Neu<QLineEdit>(name);
     feld->setAccessibleName(wofuer);
@@ -64,7 +57,7 @@ RahmenSplitten::RahmenSplitten()
                                         QStringLiteral("Die &ursprünglichen Felder werden gelöscht."))) {
     for (QWidget* element : std::initializer_list<QWidget*>{lblSplitten3, cbxSplitten2, tbxSplitten3,
                                                             shpSplitten_Verdeutlichung})
-        platzBehalten(element);
+        PlatzBehalten(element);
     cbxSplittenTypus->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     anordnen();
     connect(cbxSplittenTypus, &QComboBox::currentIndexChanged, this, [this] { cbxSplittenTypus_Click(); });

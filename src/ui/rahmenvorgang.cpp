@@ -2,6 +2,7 @@
 #include "ui/rahmenvorgang.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 
 #include "run/rahmen.h"
 #include "run/zustand.h"
@@ -23,11 +24,28 @@ constexpr Auswahl kAuswahl[] = {
     {1, u"Felder spitten", u"splitten", 1, 1},        {5, u"Daten hinzufügen", u"hinzufuegen", 2, 1},
 };
 
+// Columns to the right and rows down.
+QPoint richtung(int taste) {
+    switch (taste) {
+        case Qt::Key_Left:
+            return {-1, 0};
+        case Qt::Key_Right:
+            return {1, 0};
+        case Qt::Key_Up:
+            return {0, -1};
+        case Qt::Key_Down:
+            return {0, 1};
+        default:
+            return {};
+    }
+}
+
 QToolButton* knopf(const Auswahl& auswahl) {
     const QString beschriftung = QString::fromUtf16(auswahl.beschriftung);
     auto* taste = Neu<QToolButton>(ElementName(QStringLiteral("btnAuswahl"), auswahl.index));
     taste->setIcon(QIcon(QStringLiteral(":/symbole/%1.svg").arg(QString::fromUtf16(auswahl.symbol))));
-    taste->setIconSize(QSize(64, 64));
+    const int kante = 5 * taste->fontMetrics().height();
+    taste->setIconSize(QSize(kante, kante));
     taste->setFocusPolicy(Qt::StrongFocus);
     taste->setAccessibleName(beschriftung);
     return taste;
@@ -40,6 +58,7 @@ RahmenVorgang::RahmenVorgang() : Rahmen(5, QStringLiteral(" Auswahl des Vorgangs
     for (const Auswahl& auswahl : kAuswahl) {
         QToolButton* taste = knopf(auswahl);
         btnAuswahl[size_t(auswahl.index)] = taste;
+        taste->installEventFilter(this);
         connect(taste, &QToolButton::clicked, this, [index = auswahl.index] { VorgangWaehlen(index); });
         QLabel* label = Textfeld(QString::fromUtf16(auswahl.beschriftung));
         label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
@@ -52,4 +71,17 @@ RahmenVorgang::RahmenVorgang() : Rahmen(5, QStringLiteral(" Auswahl des Vorgangs
 
 void RahmenVorgang::fuellen() {
     gVorgang = 0;
+}
+
+bool RahmenVorgang::eventFilter(QObject* ziel, QEvent* ereignis) {
+    if (ereignis->type() != QEvent::KeyPress) return false;
+    const QPoint schritt = richtung(static_cast<QKeyEvent*>(ereignis)->key());
+    if (schritt.isNull()) return false;
+    const auto ort = [](const Auswahl& a) { return QPoint(a.spalte, a.zeile); };
+    for (const Auswahl& von : kAuswahl)
+        if (btnAuswahl[size_t(von.index)] == ziel)
+            for (const Auswahl& nach : kAuswahl)
+                if (ort(nach) == ort(von) + schritt)
+                    btnAuswahl[size_t(nach.index)]->setFocus(Qt::OtherFocusReason);
+    return true;
 }

@@ -13,4 +13,8 @@ class RahmenVorgang : public Rahmen {
     void fuellen() override;
 
     std::array<QToolButton*, 6> btnAuswahl;
+
+  protected:
+    // The arrow keys go over the pictures as they stand.
+    bool eventFilter(QObject* ziel, QEvent* ereignis) override;
 };

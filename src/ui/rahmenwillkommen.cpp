@@ -1,33 +1,10 @@
 // Frame 0: the welcome page.
 #include "ui/rahmenwillkommen.h"
 
-#include <QPainter>
-#include <QSvgRenderer>
 #include <QVBoxLayout>
 
 #include "ui/bausteine.h"
-
-namespace {
-
-// A drawing that fills its place and keeps its proportions.
-class Bild : public QWidget {
-  public:
-    explicit Bild(const QString& datei) : zeichnung_(datei) {
-        setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-        zeichnung_.setAspectRatioMode(Qt::KeepAspectRatio);
-    }
-
-  protected:
-    void paintEvent(QPaintEvent*) override {
-        QPainter maler(this);
-        zeichnung_.render(&maler, rect());
-    }
-
-  private:
-    QSvgRenderer zeichnung_;
-};
-
-}  // namespace
+#include "ui/bild.h"
 
 RahmenWillkommen::RahmenWillkommen()
     : Rahmen(0, QString()),

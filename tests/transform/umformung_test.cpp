@@ -60,7 +60,7 @@ TEST_F(Splitlauf, DieNeuenFelderStehenHinterDemAltenInSeinerGroesse) {
     EXPECT_EQ(ergebnis(u"PLZ neu"), texte({u"53111", u"-"}));
     EXPECT_EQ(ergebnis(u"Ort neu"), texte({u"Bonn", u"Köln"}));
     EXPECT_EQ(ergebnis(u"Name"), texte({u"Meyer", u"Schulz"}));
-    EXPECT_EQ(f().informationen, QStringList{QStringLiteral("Splitte Feld(er) ...")});
+    EXPECT_EQ(f().informationen, texte({u"Splitte Feld(er) ...", u"Schreibe die Datei ..."}));
     EXPECT_EQ(f().datensatzText, u"2 Datensätze insgesamt");
     EXPECT_EQ(f().prozentText, u"100 %");
     EXPECT_EQ(inhalt.namen(), (QStringList{quelle, ziel}));
@@ -80,7 +80,8 @@ TEST_F(Splitlauf, DreiFelderAusZweien) {
     for (const char16_t* feld : {u"PLZ neu", u"Ort neu", u"unbenutzt"}) EXPECT_EQ(groesse(feld), 50);
     EXPECT_EQ(ergebnis(u"PLZ neu"), texte({u"0228", u"0221", u"-"}));
     EXPECT_EQ(ergebnis(u"unbenutzt"), texte({u"123457", u"124578", u"-"}));
-    EXPECT_EQ(f().informationen.last(), u"Lösche alte Felder ...");
+    EXPECT_EQ(f().informationen,
+              texte({u"Splitte Feld(er) ...", u"Lösche alte Felder ...", u"Schreibe die Datei ..."}));
 }
 
 TEST_F(Splitlauf, EinIndexfeldBleibtUndWirdGenannt) {
@@ -182,7 +183,7 @@ TEST_F(Verschmelzlauf, DasNeueFeldStehtHinterDemErsten) {
     EXPECT_EQ(groesse(u"Beides"), 50);
     EXPECT_EQ(ergebnis(u"Beides"), texte({u"Bonn, Meyer", u", Schulz", u", "}));
     EXPECT_EQ(ergebnis(u"Name"), texte({u"Meyer", u"Schulz", u"-"}));
-    EXPECT_EQ(f().informationen, QStringList{QStringLiteral("Verschmelze Felder ...")});
+    EXPECT_EQ(f().informationen, texte({u"Verschmelze Felder ...", u"Schreibe die Datei ..."}));
     EXPECT_EQ(inhalt.namen(), (QStringList{quelle, ziel}));
 }
 

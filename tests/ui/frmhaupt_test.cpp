@@ -1,9 +1,11 @@
 // The wizard's window: texts of every frame, menus, keys, buttons, closing.
 #include <QAction>
+#include <QDir>
 #include <QGroupBox>
 #include <QLabel>
 #include <QMenuBar>
 #include <QSet>
+#include <QTimer>
 
 #include "ui/assistent.h"
 #include "ui/bausteine.h"
@@ -224,6 +226,88 @@ TEST_F(Assistent, AufDerVorgangsseiteGehtDieEingabetasteNichtWeiter) {
     EXPECT_FALSE(haupt().btnWeiter->isVisible());
     QTest::keyClick(&haupt(), Qt::Key_Return);
     EXPECT_EQ(gRahmen, 5);
+}
+
+TEST_F(Assistent, AltUndPfeilBlaettern) {
+    QApplication::setActiveWindow(&haupt());
+    QTest::keyClick(&haupt(), Qt::Key_Left, Qt::AltModifier);  // no way back from the first page
+    EXPECT_EQ(gRahmen, 0);
+    QTest::keyClick(&haupt(), Qt::Key_Right, Qt::AltModifier);
+    QTest::keyClick(&haupt(), Qt::Key_Right, Qt::AltModifier);
+    EXPECT_EQ(gRahmen, 2);
+    QTest::keyClick(&haupt(), Qt::Key_Left, Qt::AltModifier);
+    EXPECT_EQ(gRahmen, 1);
+}
+
+TEST_F(Assistent, PfeiltastenGehenUeberDieVorgaengeWieSieStehen) {
+    QApplication::setActiveWindow(&haupt());
+    bisVorgang();
+    const auto& knoepfe = haupt().rahmenVorgang->btnAuswahl;
+    EXPECT_TRUE(knoepfe[2]->hasFocus());  // the first one
+    const std::pair<Qt::Key, size_t> wege[] = {{Qt::Key_Right, 3}, {Qt::Key_Down, 1},  {Qt::Key_Down, 1},
+                                               {Qt::Key_Right, 5}, {Qt::Key_Right, 5}, {Qt::Key_Up, 4},
+                                               {Qt::Key_Left, 3},  {Qt::Key_Left, 2},  {Qt::Key_Left, 2}};
+    for (const auto& [taste, ziel] : wege) {
+        QTest::keyClick(QApplication::focusWidget(), taste);
+        EXPECT_TRUE(knoepfe[ziel]->hasFocus()) << ziel;
+    }
+}
+
+TEST_F(Assistent, EinBalkenBewegtSichSolangeGewartetWird) {
+    QProgressBar* balken = haupt().pgbWarten;
+    fenster().sanduhr(true);
+    EXPECT_FALSE(balken->isVisible());  // not for what is over at once
+    EXPECT_TRUE(QTest::qWaitFor([&] { return balken->isVisible(); }));
+    EXPECT_EQ(balken->minimum(), balken->maximum());
+    fenster().sanduhr(false);
+    EXPECT_FALSE(balken->isVisible());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+// Behind the reviews there is no progress to be seen, while the corrected table is built and written.
+TEST_F(Assistent, AufDenLeerenSeitenWirdGewartet) {
+    for (const int rahmen : {12, 22}) {
+        RahmenWechseln(gRahmen, rahmen, false, true);
+        EXPECT_NE(QApplication::overrideCursor(), nullptr);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return haupt().pgbWarten->isVisible(); }));
+        RahmenWechseln(rahmen, 1, false, true);
+        EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+        EXPECT_FALSE(haupt().pgbWarten->isVisible());
+    }
+}
+
+TEST_F(Assistent, F1OeffnetDieHilfe) {
+    QApplication::setActiveWindow(&haupt());
+    ProgrammOrdnerSetzen(QStringLiteral(LINDGARN_QUELLE "/resources"));
+    QString fenster;
+    QTimer::singleShot(0, &haupt(), [&] {
+        QWidget* hilfe = QApplication::activeModalWidget();
+        ASSERT_NE(hilfe, nullptr);
+        fenster = hilfe->objectName();
+        hilfe->close();
+    });
+    QTest::keyClick(&haupt(), Qt::Key_F1);
+    EXPECT_EQ(fenster, u"frmHilfe");
+}
+
+TEST_F(Assistent, StrgQBeendet) {
+    QApplication::setActiveWindow(&haupt());
+    QTest::keyClick(&haupt(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(haupt().isVisible());
+}
+
+TEST_F(Assistent, EineDateiDerBefehlszeileWirdGeoeffnet) {
+    programm->dateiOeffnen(kopie());
+    EXPECT_EQ(gRahmen, 3);
+    EXPECT_TRUE(tabellen().contains(QStringLiteral("Adressen")));
+}
+
+TEST_F(Assistent, EineFalscheDateiDerBefehlszeileEndetAufDerSeiteDerDatenbank) {
+    erwarte(QStringLiteral("Datei kann nicht geöffnet werden."));
+    programm->dateiOeffnen(QStringLiteral("gibtesnicht.mdb"));
+    EXPECT_EQ(gRahmen, 2);
+    EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankName->text(),
+              QDir::current().absoluteFilePath(QStringLiteral("gibtesnicht.mdb")));
 }
 
 TEST_F(Assistent, SchliessenBeendetAufJedemRahmenOhneFrage) {

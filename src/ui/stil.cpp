@@ -1,0 +1,156 @@
+// The look on top of the desktop's own style.
+#include "ui/stil.h"
+
+#include <QAbstractScrollArea>
+#include <QPainter>
+#include <QStyleOption>
+
+#include "ui/bausteine.h"
+
+namespace {
+
+constexpr qreal kRundung = 5;
+
+QFont ueberschrift(QFont schrift) {
+    constexpr qreal kGroesser = 1.2;
+    schrift.setPointSizeF(schrift.pointSizeF() * kGroesser);
+    schrift.setBold(true);
+    return schrift;
+}
+
+QFontMetrics metrik(const QWidget* widget) {
+    return widget ? widget->fontMetrics() : QFontMetrics(QFont());
+}
+
+int titelhoehe(const QStyleOptionGroupBox& kasten, const QWidget* widget) {
+    if (kasten.text.isEmpty()) return 0;
+    const QFontMetrics schrift(ueberschrift(widget ? widget->font() : QFont()));
+    return schrift.height() + schrift.height() / 3;
+}
+
+QRect kartenrechteck(const QStyleOptionGroupBox& kasten, const QWidget* widget) {
+    return kasten.rect.adjusted(0, titelhoehe(kasten, widget), 0, 0);
+}
+
+// The caption stands as it is, without the blanks around it.
+void titelMalen(const QStyleOptionGroupBox& kasten, QPainter* maler, const QWidget* widget) {
+    const QFont schrift = ueberschrift(widget ? widget->font() : QFont());
+    QString text = kasten.text.trimmed();
+    text.replace(QStringLiteral("&&"), QStringLiteral("&"));
+    const QRect platz(kasten.rect.topLeft(), QSize(kasten.rect.width(), titelhoehe(kasten, widget)));
+    maler->setFont(schrift);
+    maler->setPen(kasten.palette.color(QPalette::WindowText));
+    maler->drawText(platz, Qt::AlignLeft | Qt::AlignTop | Qt::TextSingleLine,
+                    QFontMetrics(schrift).elidedText(text, Qt::ElideRight, platz.width()));
+}
+
+// Controls are drawn with outlines that are darker than the window, so the ground has to be light enough.
+QColor kartenfarbe(const QPalette& farben) {
+    constexpr qreal kAufhellung = 0.08;
+    if (!IstDunkel(farben)) return farben.color(QPalette::Base);
+    return Gemischt(farben.color(QPalette::Window), farben.color(QPalette::WindowText), kAufhellung);
+}
+
+void karteMalen(const QStyleOptionGroupBox& kasten, QPainter* maler, const QWidget* widget) {
+    constexpr qreal kRandAnteil = 0.2;
+    const QPalette& farben = kasten.palette;
+    maler->setRenderHint(QPainter::Antialiasing);
+    maler->setBrush(kartenfarbe(farben));
+    maler->setPen(Gemischt(farben.color(QPalette::Window), farben.color(QPalette::WindowText), kRandAnteil));
+    maler->drawRoundedRect(QRectF(kartenrechteck(kasten, widget)).adjusted(0.5, 0.5, -0.5, -0.5), kRundung,
+                           kRundung);
+}
+
+void gruppeMalen(const QStyleOptionGroupBox& kasten, QPainter* maler, const QWidget* widget) {
+    maler->save();
+    karteMalen(kasten, maler, widget);
+    titelMalen(kasten, maler, widget);
+    maler->restore();
+}
+
+void fokusrahmenMalen(const QStyleOption& stil, QPainter* maler) {
+    constexpr qreal kStift = 2;
+    maler->save();
+    maler->setRenderHint(QPainter::Antialiasing);
+    // On a chosen row the highlight itself would not be seen.
+    const bool gewaehlt = stil.state & QStyle::State_Selected;
+    maler->setPen(
+        QPen(stil.palette.color(gewaehlt ? QPalette::HighlightedText : QPalette::Highlight), kStift));
+    maler->setBrush(Qt::NoBrush);
+    maler->drawRoundedRect(QRectF(stil.rect).adjusted(1, 1, -1, -1), 2, 2);
+    maler->restore();
+}
+
+}  // namespace
+
+void Stil::drawComplexControl(ComplexControl art, const QStyleOptionComplex* stil, QPainter* maler,
+                              const QWidget* widget) const {
+    if (art == CC_GroupBox)
+        if (const auto* kasten = qstyleoption_cast<const QStyleOptionGroupBox*>(stil))
+            return gruppeMalen(*kasten, maler, widget);
+    QProxyStyle::drawComplexControl(art, stil, maler, widget);
+    // Of itself a slider hardly shows that it has the focus.
+    if (art == CC_Slider && (stil->state & State_HasFocus)) fokusrahmenMalen(*stil, maler);
+}
+
+void Stil::drawControl(ControlElement art, const QStyleOption* stil, QPainter* maler,
+                       const QWidget* widget) const {
+    QProxyStyle::drawControl(art, stil, maler, widget);
+    // A list without a chosen row shows by its frame that it has the focus.
+    if (art == CE_ShapedFrame && (stil->state & State_HasFocus) &&
+        qobject_cast<const QAbstractScrollArea*>(widget))
+        fokusrahmenMalen(*stil, maler);
+}
+
+void Stil::drawPrimitive(PrimitiveElement art, const QStyleOption* stil, QPainter* maler,
+                         const QWidget* widget) const {
+    if (art == PE_FrameFocusRect) return fokusrahmenMalen(*stil, maler);
+    QProxyStyle::drawPrimitive(art, stil, maler, widget);
+}
+
+QRect Stil::subControlRect(ComplexControl art, const QStyleOptionComplex* stil, SubControl teil,
+                           const QWidget* widget) const {
+    const auto* kasten = art == CC_GroupBox ? qstyleoption_cast<const QStyleOptionGroupBox*>(stil) : nullptr;
+    if (!kasten) return QProxyStyle::subControlRect(art, stil, teil, widget);
+    const QRect karte = kartenrechteck(*kasten, widget);
+    const int rand = metrik(widget).height() / 2;
+    switch (teil) {
+        case SC_GroupBoxContents:
+            return karte.adjusted(rand, rand / 2, -rand, -rand / 2);
+        case SC_GroupBoxFrame:
+            return karte;
+        case SC_GroupBoxLabel:
+            return QRect(kasten->rect.topLeft(), QSize(kasten->rect.width(), titelhoehe(*kasten, widget)));
+        default:
+            return QRect();
+    }
+}
+
+QSize Stil::sizeFromContents(ContentsType art, const QStyleOption* stil, const QSize& inhalt,
+                             const QWidget* widget) const {
+    QSize groesse = QProxyStyle::sizeFromContents(art, stil, inhalt, widget);
+    const int zeile = metrik(widget).height();
+    switch (art) {
+        case CT_PushButton:
+            return groesse + QSize(zeile, zeile / 4);
+        case CT_LineEdit:
+        case CT_ComboBox:
+            return groesse + QSize(0, zeile / 4);
+        case CT_MenuItem:
+        case CT_ItemViewItem:
+            return groesse + QSize(0, zeile / 4);
+        default:
+            return groesse;
+    }
+}
+
+int Stil::pixelMetric(PixelMetric art, const QStyleOption* stil, const QWidget* widget) const {
+    switch (art) {
+        case PM_LayoutHorizontalSpacing:
+            return metrik(widget).height() * 3 / 4;
+        case PM_LayoutVerticalSpacing:
+            return metrik(widget).height() / 2;
+        default:
+            return QProxyStyle::pixelMetric(art, stil, widget);
+    }
+}

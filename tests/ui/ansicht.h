@@ -1,0 +1,35 @@
+// What every window has to keep: nothing is cut off or covered, everything has a name, a key leads to one
+// thing alone, and the tab key goes in the order in which one reads.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QWidget>
+
+// Each looks at what is visible in `fenster`, which must be on show, and fails the test for every breach.
+void NichtsAbgeschnitten(QWidget* fenster);
+void NichtsUeberdeckt(QWidget* fenster);
+void AllesHatEinenNamen(QWidget* fenster);
+void KuerzelEindeutig(QWidget* fenster);
+void TabFolgtDemLesen(QWidget* fenster);
+
+// All five, and a picture `name`.png in the folder of the environment variable LINDGARN_BILDER if it is set.
+void AnsichtPruefen(QWidget* fenster, const QString& name);
+
+// Text sizes and palettes in which the windows are looked at; in force until the end of the test.
+struct Ansicht {
+    double schrift;  // of the desktop's own size
+    bool dunkel;
+};
+void PrintTo(const Ansicht& ansicht, std::ostream* strom);
+class MitAnsicht {
+  public:
+    explicit MitAnsicht(const Ansicht& ansicht);
+    ~MitAnsicht();
+    MitAnsicht(const MitAnsicht&) = delete;
+    MitAnsicht& operator=(const MitAnsicht&) = delete;
+
+  private:
+    QFont schrift_;
+    QPalette farben_;
+};
