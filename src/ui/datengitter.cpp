@@ -121,9 +121,20 @@ void Datengitter::setColumnTwips(int spalte, int twips) {
     setColumnWidth(spalte, PixelAusTwips(twips, this));
 }
 
+void Datengitter::auffrischen(const QString& nummer) {
+    const bool leer = daten_->Eof();
+    const qint64 satz = leer ? 0 : qint64(daten_->Fields(nummer).alsZahl());
+    oben_ = verticalScrollBar()->value();
+    daten_->Refresh();
+    if (!leer) daten_->setPosition(daten_->zeileAb(nummer, satz));
+}
+
 void Datengitter::aktuellenSatzZeigen() {
     const int seitwaerts = horizontalScrollBar()->value();
-    setCurrentIndex(model()->index(daten_->position(), std::max(0, currentIndex().column())));
+    const QModelIndex satz = model()->index(daten_->position(), std::max(0, currentIndex().column()));
+    setCurrentIndex(satz);
+    verticalScrollBar()->setValue(oben_);
+    if (satz.isValid()) scrollTo(satz);
     horizontalScrollBar()->setValue(seitwaerts);
 }
 

@@ -18,7 +18,10 @@ class Datengitter : public QTableView {
     // Columns count from 0; widths are in twips, 1440 to the inch.
     void setColumnCaption(int spalte, const QString& text);
     void setColumnTwips(int spalte, int twips);
-    // Shows the control's current record; call after its `Refresh`. Sideways everything stays in place.
+    // Runs the control's query anew. The current record stays the current one, or the next one takes its
+    // place when it has gone; `nummer` is the field by whose numbers the records are ordered.
+    void auffrischen(const QString& nummer);
+    // Shows the control's current record; call after a refresh. Everything else stays in place.
     void aktuellenSatzZeigen();
 
     // A mouse button was released over the rows. The menu key and Shift+F10 count as the right one.
@@ -37,6 +40,7 @@ class Datengitter : public QTableView {
 
   private:
     Datensteuerung* daten_ = nullptr;
+    int oben_ = 0;  // how far the rows were scrolled down before the refresh
 };
 
 // Lets grids with the same columns go together: sideways and in the widths of their columns.

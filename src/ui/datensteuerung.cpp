@@ -29,10 +29,10 @@ bool istZahlentyp(int typ) {
     }
 }
 
-// The whole text of a cell that may be too narrow for it, as it stands.
-QVariant hinweis(const QString& text) {
-    if (text.isEmpty()) return {};
-    return QStringLiteral("<p>%1</p>").arg(text.left(kHinweisZeichen).toHtmlEscaped());
+QString alsAbsatz(const QString& text) {
+    if (text.isEmpty()) return QString();
+    return QStringLiteral("<p>%1</p>")
+        .arg(text.left(kHinweisZeichen).toHtmlEscaped().replace(u'\n', QStringLiteral("<br>")));
 }
 
 }  // namespace
@@ -97,6 +97,22 @@ void Datensteuerung::vergleichen(const Datensteuerung& muster, const QString& gr
     if (zeilen_ > 0) Q_EMIT dataChanged(index(0, 0), index(zeilen_ - 1, int(titel_.size()) - 1));
 }
 
+QString Datensteuerung::text(int zeile, const QString& feld) const {
+    return texte(zeile).value(titel_.lastIndexOf(feld));
+}
+
+int Datensteuerung::zeileAb(const QString& feld, qint64 nummer) const {
+    int von = 0, bis = zeilen_;
+    while (von < bis) {
+        const int mitte = von + (bis - von) / 2;
+        if (text(mitte, feld).toLongLong() < nummer)
+            von = mitte + 1;
+        else
+            bis = mitte;
+    }
+    return std::min(von, zeilen_ - 1);
+}
+
 int Datensteuerung::rowCount(const QModelIndex& eltern) const {
     return eltern.isValid() ? 0 : zeilen_;
 }
@@ -128,13 +144,21 @@ bool Datensteuerung::weichtAb(int zeile, int spalte) const {
     return eigene[gruppenspalte_] == muster_[gruppenspalte_] && eigene[spalte] != muster_[spalte];
 }
 
+// The whole text, since the cell may be too narrow for it, and what the enriched record has to do with it.
+QVariant Datensteuerung::hinweis(int zeile, int spalte) const {
+    QString text = alsAbsatz(texte(zeile)[spalte]);
+    if (weichtAb(zeile, spalte)) text += alsAbsatz(QStringLiteral("Angereichert: „%1“").arg(muster_[spalte]));
+    if (erklaerung) text += alsAbsatz(erklaerung(zeile, spalte));
+    return text.isEmpty() ? QVariant() : text;
+}
+
 QVariant Datensteuerung::data(const QModelIndex& index, int rolle) const {
     if (!index.isValid()) return {};
     switch (rolle) {
         case Qt::DisplayRole:
             return texte(index.row())[index.column()];
         case Qt::ToolTipRole:
-            return hinweis(texte(index.row())[index.column()]);
+            return hinweis(index.row(), index.column());
         case Qt::TextAlignmentRole:
             return int(Qt::AlignVCenter |
                        (zahlenspalte_[size_t(index.column())] ? Qt::AlignRight : Qt::AlignLeft));
@@ -147,7 +171,7 @@ QVariant Datensteuerung::data(const QModelIndex& index, int rolle) const {
 
 QVariant Datensteuerung::headerData(int abschnitt, Qt::Orientation richtung, int rolle) const {
     if (richtung != Qt::Horizontal || abschnitt < 0 || abschnitt >= int(titel_.size())) return {};
-    if (rolle == Qt::DisplayRole) return titel_[abschnitt];
+    if (rolle == Qt::DisplayRole || rolle == Qt::ToolTipRole) return titel_[abschnitt];
     if (rolle == Qt::TextAlignmentRole) return int(Qt::AlignLeft | Qt::AlignVCenter);
     return {};
 }

@@ -5,6 +5,7 @@
 #include <QCache>
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -45,6 +46,15 @@ class Datensteuerung : public QAbstractTableModel {
     // marked.
     void vergleichen(const Datensteuerung& muster, const QString& gruppe, const QStringList& ausser);
 
+    // The text of a field of any row, also of one that is not the current one; empty for an unknown name.
+    QString text(int zeile, const QString& feld) const;
+    // The first row whose field holds at least `nummer`, the last one if there is none, -1 without rows. The
+    // rows must stand in the order of that field.
+    int zeileAb(const QString& feld, qint64 nummer) const;
+
+    // What the tool tip of a cell says below its value; nothing for no more than the value.
+    std::function<QString(int zeile, int spalte)> erklaerung;
+
     int rowCount(const QModelIndex& eltern = {}) const override;
     int columnCount(const QModelIndex& eltern = {}) const override;
     QVariant data(const QModelIndex& index, int rolle = Qt::DisplayRole) const override;
@@ -57,6 +67,7 @@ class Datensteuerung : public QAbstractTableModel {
     void zeilenErsetzen(std::unique_ptr<dao::Recordset> neue, const QStringList& titel);
     const QStringList& texte(int zeile) const;
     bool weichtAb(int zeile, int spalte) const;
+    QVariant hinweis(int zeile, int spalte) const;
 
     QString verbindung_;
     QString quelle_;

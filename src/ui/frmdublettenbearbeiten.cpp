@@ -80,14 +80,32 @@ void FrmDublettenBearbeiten::auslegen(Datengitter* gitter) {
     standZeigen();
 }
 
+// After a move the user goes on where he was.
+void FrmDublettenBearbeiten::erneuern(Datengitter* gitter) {
+    mitglieder_.vergessen();
+    gitter->auffrischen(feldname(kTempDsn));
+    auslegen(gitter);
+}
+
 void FrmDublettenBearbeiten::angereichertAnzeigen() {
-    adoAngereichert->Refresh();
-    auslegen(dgdAngereichert);
+    erneuern(dgdAngereichert);
 }
 
 void FrmDublettenBearbeiten::uebernehmenAnzeigen() {
-    adoÜbernehmen->Refresh();
-    auslegen(dgdÜbernehmen);
+    erneuern(dgdÜbernehmen);
+}
+
+// A view that shows a tool tip has nobody to tell of a failure.
+QString FrmDublettenBearbeiten::herkunft(const Datensteuerung& daten, int zeile, int spalte) {
+    const int status = daten.text(zeile, feldname(kTempDss)).toInt();
+    if (spalte == 0 || (status != kStatusAngereichert && status != kStatusAngereichertBleibt))
+        return QString();
+    QString text;
+    FehlerUebergehen([&] {
+        text = mitglieder_.herkunft(daten.text(zeile, feldname(kTempBn)), spalte,
+                                    daten.index(zeile, spalte).data().toString());
+    });
+    return text;
 }
 
 QString FrmDublettenBearbeiten::aktuelleGruppe() const {
@@ -101,10 +119,12 @@ void FrmDublettenBearbeiten::dublettenquelleSetzen() {
 void FrmDublettenBearbeiten::dubletteAnzeigen() {
     tmrAnsicht->stop();
     adoDublette->setConnectionString(gVerbindungstext);
+    const QString vorher = adoDublette->RecordSource();
     if (adoAngereichert->RecordCount() > 0)
         dublettenquelleSetzen();
     else
         adoDublette->setRecordSource(AnzeigeDubletteLeer(gZielTabelle));
+    if (adoDublette->RecordSource() == vorher) return erneuern(dgdDublette);
     adoDublette->Refresh();
     auslegen(dgdDublette);
 }
@@ -178,6 +198,6 @@ void FrmDublettenBearbeiten::saetzeSchliessen() {
 }
 
 void frmDublettenBearbeitenZeigen(QWidget* eltern) {
-    FrmDublettenBearbeiten fenster(eltern);
-    if (fenster.laden()) fenster.exec();
+    FrmDublettenBearbeiten frm(eltern);
+    if (frm.laden()) frm.entscheidenLassen();
 }

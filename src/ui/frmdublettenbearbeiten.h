@@ -3,6 +3,7 @@
 
 #include <QTimer>
 
+#include "ui/herkunft.h"
 #include "ui/nachbearbeitungsfenster.h"
 
 // Needs a table with the control columns of a search.
@@ -25,7 +26,6 @@ class FrmDublettenBearbeiten : public Nachbearbeitungsfenster {
     QPushButton* btnÜbernehmen;
     QTimer* tmrAnsicht;
     QLabel* lblGruppe;  // "Gruppe 12 von 340"
-    QLabel* lblStand;   // how many records stand where
 
   protected:
     void btnFertig_Click() override;
@@ -45,7 +45,9 @@ class FrmDublettenBearbeiten : public Nachbearbeitungsfenster {
     void tmrAnsicht_Timer();
     QString aktuelleGruppe() const;  // TEMP_BN of the current enriched record
     void dublettenquelleSetzen();
+    void erneuern(Datengitter* gitter);
     void auslegen(Datengitter* gitter);
+    QString herkunft(const Datensteuerung& daten, int zeile, int spalte);
     void standZeigen();
 
     void rechteMaustaste(Qt::MouseButton knopf, void (FrmDublettenBearbeiten::*verschieben)());
@@ -56,6 +58,7 @@ class FrmDublettenBearbeiten : public Nachbearbeitungsfenster {
     void btnDublette_Click();
     void btnÜbernehmen_Click();
 
+    Gruppenmitglieder mitglieder_;
     Saetze rsAngereichert_;
     Saetze rsÜbernehmen_;
     Saetze rsDublette_;

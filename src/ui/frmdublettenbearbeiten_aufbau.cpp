@@ -22,8 +22,7 @@ FrmDublettenBearbeiten::FrmDublettenBearbeiten(QWidget* eltern)
       btnÜbernehmen(bildknopf(QStringLiteral("btnÜbernehmen"), QStringLiteral("zuruecklegen.svg"),
                               QStringLiteral("Alle Datensätze zurücklegen"), QStringLiteral("Alt+3"))),
       tmrAnsicht(Neu<QTimer>(QStringLiteral("tmrAnsicht"), this)),
-      lblGruppe(Neu<QLabel>(QStringLiteral("lblGruppe"))),
-      lblStand(Neu<QLabel>(QStringLiteral("lblStand"))) {
+      lblGruppe(Neu<QLabel>(QStringLiteral("lblGruppe"))) {
     tmrAnsicht->setSingleShot(true);
     anordnen(
         {{ueberschrift(QStringLiteral("Label1"), QStringLiteral("An&gereicherte Datensätze:"),
@@ -61,6 +60,8 @@ void FrmDublettenBearbeiten::verbinden() {
     dgdÜbernehmen->maus = [this](Qt::MouseButton knopf) {
         rechteMaustaste(knopf, &Frm::uebernehmenVerschieben);
     };
+    for (Datensteuerung* daten : {adoAngereichert, adoÜbernehmen})
+        daten->erklaerung = [this, daten](int zeile, int spalte) { return herkunft(*daten, zeile, spalte); };
     connect(tmrAnsicht, &QTimer::timeout, this, [this] { tmrAnsicht_Timer(); });
     connect(btnAngereichert, &QPushButton::clicked, this,
             [this] { handeln([this] { btnAngereichert_Click(); }); });

@@ -34,8 +34,7 @@ FrmMüllBearbeiten::FrmMüllBearbeiten(QWidget* eltern)
       btnMüll(bildknopf(QStringLiteral("btnMüll"), QStringLiteral("alle-uebernehmen.svg"),
                         QStringLiteral("Alle Mülldatensätze beibehalten"), QStringLiteral("Alt+1"))),
       btnÜbernehmen(bildknopf(QStringLiteral("btnÜbernehmen"), QStringLiteral("zuruecklegen.svg"),
-                              QStringLiteral("Alle Datensätze zurücklegen"), QStringLiteral("Alt+2"))),
-      lblStand(Neu<QLabel>(QStringLiteral("lblStand"))) {
+                              QStringLiteral("Alle Datensätze zurücklegen"), QStringLiteral("Alt+2"))) {
     anordnen(
         {{ueberschrift(QStringLiteral("Label2"), QStringLiteral("&Mülldatensätze:"), dgdMüll), nullptr,
           dgdMüll, btnMüll},
@@ -100,12 +99,12 @@ void FrmMüllBearbeiten::auslegen(Datengitter* gitter) {
 }
 
 void FrmMüllBearbeiten::muellAnzeigen() {
-    adoMüll->Refresh();
+    dgdMüll->auffrischen(QString::fromUtf16(kTempDsn));
     auslegen(dgdMüll);
 }
 
 void FrmMüllBearbeiten::uebernehmenAnzeigen() {
-    adoÜbernehmen->Refresh();
+    dgdÜbernehmen->auffrischen(QString::fromUtf16(kTempDsn));
     auslegen(dgdÜbernehmen);
 }
 
@@ -141,6 +140,6 @@ void FrmMüllBearbeiten::saetzeSchliessen() {
 }
 
 void frmMüllBearbeitenZeigen(QWidget* eltern) {
-    FrmMüllBearbeiten fenster(eltern);
-    if (fenster.laden()) fenster.exec();
+    FrmMüllBearbeiten frm(eltern);
+    if (frm.laden()) frm.entscheidenLassen();
 }

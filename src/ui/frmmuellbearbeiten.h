@@ -18,7 +18,6 @@ class FrmMüllBearbeiten : public Nachbearbeitungsfenster {
     Datengitter* dgdÜbernehmen;
     QPushButton* btnMüll;
     QPushButton* btnÜbernehmen;
-    QLabel* lblStand;  // how many records stand where
 
   protected:
     void btnFertig_Click() override;

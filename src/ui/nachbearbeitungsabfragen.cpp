@@ -37,8 +37,8 @@ QString zuUebernehmen() {
            statusGleich(kStatusDubletteBleibt);
 }
 
-QString dubletteDer(const QString& gruppe) {
-    return statusGleich(kStatusDublette) + QStringLiteral("AND ") + gleich(kTempBn, gruppe);
+QString mitgliedDer(const QString& gruppe, int status) {
+    return statusGleich(status) + QStringLiteral("AND ") + gleich(kTempBn, gruppe);
 }
 
 }  // namespace
@@ -60,11 +60,15 @@ QString AnzeigeUebernehmen(const QString& tabelle) {
 }
 
 QString AbfrageDublette(const QString& tabelle, const QString& gruppe) {
-    return alles(tabelle) + wo(dubletteDer(gruppe));
+    return alles(tabelle) + wo(mitgliedDer(gruppe, kStatusDublette));
 }
 
 QString AnzeigeDublette(const QString& tabelle, const QString& gruppe) {
-    return anmerkungUndAlles(tabelle) + wo(dubletteDer(gruppe));
+    return anmerkungUndAlles(tabelle) + wo(mitgliedDer(gruppe, kStatusDublette));
+}
+
+QString AnzeigeUebernommeneDublette(const QString& tabelle, const QString& gruppe) {
+    return anmerkungUndAlles(tabelle) + wo(mitgliedDer(gruppe, kStatusDubletteBleibt));
 }
 
 QString AnzeigeDubletteLeer(const QString& tabelle) {

@@ -6,8 +6,10 @@
 #include <QHBoxLayout>
 #include <QIcon>
 #include <QKeyEvent>
+#include <QPointer>
 #include <QScopeGuard>
 #include <QScreen>
+#include <QShortcut>
 #include <QVBoxLayout>
 
 #include "data/steuerfelder.h"
@@ -44,12 +46,16 @@ Nachbearbeitungsfenster::Nachbearbeitungsfenster(const QString& name, const QStr
                           Qt::WindowMaximizeButtonHint | Qt::WindowCloseButtonHint),
       btnFertig(textknopf(QStringLiteral("btnFertig"), QStringLiteral("&Fertig"))),
       btnAbbrechen(textknopf(QStringLiteral("btnAbbrechen"), QStringLiteral("&Abbrechen"))),
-      btnHilfe(textknopf(QStringLiteral("btnHilfe"), QStringLiteral("&Hilfe"))) {
+      btnHilfe(textknopf(QStringLiteral("btnHilfe"), QStringLiteral("&Hilfe"))),
+      lblStand(Neu<QLabel>(QStringLiteral("lblStand"))) {
     setObjectName(name);
     setWindowTitle(titel);
     connect(btnFertig, &QPushButton::clicked, this, [this] { handeln([this] { btnFertig_Click(); }); });
     connect(btnAbbrechen, &QPushButton::clicked, this, [this] { btnAbbrechen_Click(); });
     connect(btnHilfe, &QPushButton::clicked, this, [this] { HilfeZeigen(this); });
+    connect(new QShortcut(QKeySequence(Qt::Key_F1), this), &QShortcut::activated, btnHilfe,
+            &QPushButton::click);
+    btnHilfe->setToolTip(QStringLiteral("F1"));
 }
 
 Datengitter* Nachbearbeitungsfenster::gitterMit(const QString& name, const QString& zweck,
@@ -57,7 +63,7 @@ Datengitter* Nachbearbeitungsfenster::gitterMit(const QString& name, const QStri
     auto* gitter = Neu<Datengitter>(name);
     gitter->setDataSource(daten);
     gitter->setAccessibleName(zweck);
-    gitter->setMinimumHeight(gitter->fontMetrics().height() * 6);
+    gitter->setMinimumHeight(gitter->fontMetrics().height() * 4);
     return gitter;
 }
 
@@ -116,10 +122,13 @@ void Nachbearbeitungsfenster::groesseWaehlen(int zeilen) {
 void Nachbearbeitungsfenster::handeln(const std::function<void()>& aktion) {
     if (handelt_ || entladen_) return;
     handelt_ = true;
-    const auto fertig = qScopeGuard([this] {
+    // A button that is disabled for a moment loses it.
+    const QPointer<QWidget> fokus = focusWidget();
+    const auto fertig = qScopeGuard([this, fokus] {
         handelt_ = false;
         knoepfeSchalten(true);
         handlungBeendet();
+        if (fokus && !entladen_) fokus->setFocus(Qt::OtherFocusReason);
     });
     Gesichert(aktion);
 }
@@ -138,17 +147,19 @@ void Nachbearbeitungsfenster::inTransaktion(const std::function<void()>& schreib
 
 void Nachbearbeitungsfenster::einenVerschieben(dao::Recordset& saetze, const Datensteuerung& daten,
                                                const Statusregel& regel) {
-    inTransaktion([&] {
-        saetze.FindFirst(BedingungSatz(daten.Fields(QString::fromUtf16(kTempDsn)).alsText()));
-        if (!saetze.NoMatch()) statusSchreiben(saetze, regel);
-    });
+    saetze.FindFirst(BedingungSatz(daten.Fields(QString::fromUtf16(kTempDsn)).alsText()));
+    if (!saetze.NoMatch()) inTransaktion([&] { statusSchreiben(saetze, regel); });
 }
 
 bool Nachbearbeitungsfenster::alleVerschieben(dao::Recordset& saetze, const Statusregel& regel) {
+    constexpr int kSaetzeJeAnzeige = 256;
     knoepfeSchalten(false);
     inTransaktion([&] {
         saetze.MoveFirst();
-        while (!entladen_ && !saetze.Eof()) {
+        for (qint64 verschoben = 0; !entladen_ && !saetze.Eof(); ++verschoben) {
+            if (verschoben % kSaetzeJeAnzeige == 0)
+                lblStand->setText(
+                    QStringLiteral("Verschiebe ... %1 von %2").arg(verschoben).arg(saetze.RecordCount()));
             statusSchreiben(saetze, regel);
             saetze.MoveNext();
             DoEvents();
@@ -179,6 +190,13 @@ void Nachbearbeitungsfenster::fensterEntladen() {
 void Nachbearbeitungsfenster::schliessen(Saetze& saetze) {
     FehlerUebergehen([&] { Gesetzt(saetze).Close(); });
     saetze.reset();
+}
+
+// The run behind the window waits for the user, not he for the run.
+void Nachbearbeitungsfenster::entscheidenLassen() {
+    fenster().sanduhr(false);
+    exec();
+    fenster().sanduhr(true);
 }
 
 void Nachbearbeitungsfenster::reject() {}

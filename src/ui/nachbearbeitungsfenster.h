@@ -20,7 +20,10 @@ class Nachbearbeitungsfenster : public QDialog {
     QPushButton* btnFertig;
     QPushButton* btnAbbrechen;
     QPushButton* btnHilfe;
+    QLabel* lblStand;  // how many records stand where, or how far a move of many has come
 
+    // Shows the loaded window until the user has decided.
+    void entscheidenLassen();
     // Does nothing: a stray Escape must not end a run.
     void reject() override;
 

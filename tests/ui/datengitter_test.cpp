@@ -4,6 +4,8 @@
 #include <QElapsedTimer>
 #include <QHeaderView>
 #include <QScrollBar>
+#include <cstdio>
+#include <ctime>
 
 #include "ui/bausteine.h"
 #include "ui/nachbearbeitung.h"
@@ -209,6 +211,45 @@ TEST_F(Nachbearbeitung, EineGrosseListeLiestNurWasManSieht) {
 }
 
 // The data control on its own.
+// The steps of a review; with the number of groups in LINDGARN_GRUPPEN it tells how long each takes.
+TEST_F(Nachbearbeitung, VieleGruppenLassenNichtWarten) {
+    const int verlangt = qEnvironmentVariableIntValue("LINDGARN_GRUPPEN");
+    const int gruppen = verlangt > 0 ? verlangt : 3000;
+    inhalt.tabellen[0].zeilen.clear();
+    for (int i = 0; i < gruppen; ++i)
+        for (int k = 0; k < 9; ++k)
+            zeile(9 * i + k + 1, k < 2 ? 13 : 11, k < 2 ? i + 1 : 0, u"Müller", u"Köln");
+    for (int i = 0; i < gruppen; ++i) zeile(9 * gruppen + i + 1, 12, i + 1, u"Müller KG", u"Köln");
+    oeffnen();
+    gDatenbank->OpenRecordset(gZielTabelle);  // the rows are in the working store
+    inhalt.tabellen[0].zeilen.clear();
+    const auto messen = [&](const char* was, const auto& schritt) {
+        const std::clock_t anfang = std::clock();  // processor time, so that a busy machine does no harm
+        schritt();
+        const int ms = int((std::clock() - anfang) * 1000 / CLOCKS_PER_SEC);
+        if (verlangt > 0) std::printf("%-12s %6d ms\n", was, ms);
+        EXPECT_LT(ms, 1000) << was;
+    };
+    messen("oeffnen", [&] {
+        zeigen();
+        frm->grab();
+    });
+    messen("gruppe", [&] { waehlen(frm->dgdAngereichert, 2); });
+    messen("ende", [&] {
+        QTest::keyClick(frm->dgdAngereichert, Qt::Key_End, Qt::ControlModifier);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !frm->tmrAnsicht->isActive(); }));
+        frm->grab();
+    });
+    EXPECT_EQ(frm->adoDublette->RecordCount(), 2);
+    messen("hinweis", [&] { frm->dgdAngereichert->model()->index(5, 1).data(Qt::ToolTipRole); });
+    messen("dublette", [&] { rechts(frm->dgdDublette); });
+    EXPECT_EQ(frm->adoÜbernehmen->RecordCount(), 1);
+    messen("angereichert", [&] { QTest::keyClick(frm->dgdAngereichert, Qt::Key_Menu); });
+    EXPECT_EQ(frm->adoÜbernehmen->RecordCount(), 2);
+    messen("zurueck", [&] { rechts(frm->dgdÜbernehmen); });
+    EXPECT_EQ(frm->adoÜbernehmen->RecordCount(), 1);
+}
+
 TEST_F(Nachbearbeitung, DieDatensteuerungHatEinenAktuellenSatz) {
     oeffnen();
     Datensteuerung daten;
