@@ -263,6 +263,22 @@ TEST(JetKatalog, BeschaedigteTabelleLaesstDieAnderenLesbar) {
     EXPECT_TRUE(text.contains(u"Table2")) << text.toStdString();
 }
 
+// Page 27 holds Table2; at 4 the page that continues it, at 8 the bytes of the whole.
+TEST(JetKatalog, DefinitionImKreisOderMitFalscherLaengeIstBeschaedigt) {
+    PROBE_ODER_UEBERSPRINGEN(u"jet4-relationen.mdb"_qs);
+    constexpr qsizetype kAb = 27 * 4096;
+    for (const auto& [fortsetzung, laenge] : std::vector<std::pair<quint32, quint32>>{
+             {27, 0x7FFFFFFF}, {27, 5000}, {24, 0x7FFFFFFF}, {0, 0x7FFFFFFF}, {0x7FFFFFFF, 9000}}) {
+        SCOPED_TRACE(fortsetzung);
+        QByteArray bytes = proben::bytes(u"jet4-relationen.mdb"_qs);
+        jet::u32Setzen(bytes, kAb + 4, fortsetzung);
+        jet::u32Setzen(bytes, kAb + 8, laenge);
+        jet::Seitendatei datei(bytes);
+        EXPECT_EQ(fehlerVon([&] { jet::tabelleLesen(datei, u"Table2"_qs); }), kBeschaedigt);
+        EXPECT_EQ(tabelle(jet::katalogLesen(datei), u"Table1"_qs).felder.size(), 5u);
+    }
+}
+
 TEST(JetKatalog, TabelleWirdOhneRuecksichtAufGrossschriftGefunden) {
     PROBE_ODER_UEBERSPRINGEN(u"jet4-relationen.mdb"_qs);
     const auto datei = proben::oeffnen(u"jet4-relationen.mdb"_qs);

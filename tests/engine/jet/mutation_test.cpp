@@ -31,6 +31,22 @@ TEST_P(JetMutationen, WirdGelesenGeaendertOderAbgelehnt) {
     EXPECT_LT(abgelehnt, kMutationen);
 }
 
+TEST(JetMutation, AnJederSeitengrenzeAbgeschnitten) {
+    for (const QString& name : {u"jet4-relationen.mdb"_qs, u"jet3-relationen.mdb"_qs}) {
+        PROBE_ODER_UEBERSPRINGEN(name);
+        const QByteArray bytes = proben::bytes(name);
+        const int seite = proben::oeffnen(name)->format().seite;
+        int gelesen = 0;
+        for (qsizetype ende = 0; ende < bytes.size(); ende += seite) {
+            SCOPED_TRACE(ende);
+            const QByteArray rest = bytes.left(ende);
+            if (fehlerVon([&] { leselauf::allesLesen(rest); }) == 0) ++gelesen;
+            if (ende / seite % 4 == 0) fehlerVon([&] { schreiblauf::allesAendern(rest); });
+        }
+        EXPECT_GT(gelesen, 0);
+    }
+}
+
 TEST(JetMutation, EineUnversehrteDateiLaesstSichAendern) {
     PROBE_ODER_UEBERSPRINGEN(u"jet4-verschobene-zeilen.mdb"_qs);
     const QByteArray bytes = proben::bytes(u"jet4-verschobene-zeilen.mdb"_qs);
