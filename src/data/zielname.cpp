@@ -52,6 +52,18 @@ QString ZielnameBilden(const QString& tabelle, const QStringList& vorhandene, co
     }
 }
 
+std::optional<QString> KurzerZielname(const QString& format, const QString& tabelle,
+                                      const QStringList& vorhandene) {
+    if (&regelFuer(format) != &kDbase) return std::nullopt;
+    QString stamm = stammVon(tabelle);
+    stamm.removeIf([](QChar c) { return !c.isLetterOrNumber() && c != u'_'; });
+    for (int zaehler = 1;; ++zaehler) {
+        const QString ende = u'_' + QString::number(zaehler);
+        const QString name = stamm.left(kDbase.laenge - ende.size()) + ende;
+        if (!enthaelt(vorhandene, name)) return name;
+    }
+}
+
 std::optional<QString> ZielnamePruefen(const QString& format, const QString& name) {
     const Namensregel& regel = regelFuer(format);
     const QString getrimmt = Trim(name);

@@ -12,6 +12,7 @@
 #include "run/schritte.h"
 #include "run/zustand.h"
 #include "tables/mischregel.h"
+#include "tables/zeichenfunde.h"
 
 namespace {
 
@@ -96,6 +97,14 @@ void ersteTabelleUebernehmen(Schritte& s) {
     }
 }
 
+// The field of the second table that the present record holds for a kind.
+Artquelle artquelle(dao::Recordset& zweitSatz, const Artstellen& arten) {
+    return [satz = &zweitSatz, stellen = &arten](int art) -> const Wert* {
+        const int stelle = (*stellen)[size_t(art)];
+        return stelle < 0 ? nullptr : &satz->Fields(stelle).Value();
+    };
+}
+
 void datensatzErgaenzen(dao::Recordset& mischSatz, dao::Recordset& zweitSatz,
                         const FeldZuordnungen& zuordnung1, const Artstellen& arten) {
     int feld = 0;
@@ -105,10 +114,7 @@ void datensatzErgaenzen(dao::Recordset& mischSatz, dao::Recordset& zweitSatz,
         return QStringLiteral("Fehler beim Ergänzen des Datensatzes '%1' im Feld '%2'.")
             .arg(erster, mischSatz.Fields(feld).Name());
     });
-    const auto quelle = [&](int art) -> const Wert* {
-        const int stelle = arten[size_t(art)];
-        return stelle < 0 ? nullptr : &zweitSatz.Fields(stelle).Value();
-    };
+    const Artquelle quelle = artquelle(zweitSatz, arten);
     s.ablauf(
         [&] {
             for (; feld < int(zuordnung1.size()); ++feld) {
@@ -155,7 +161,6 @@ void tabellenUebernehmen(Schritte& s) {
     schliessen(gMischSatz1);
     fenster().information(
         QStringLiteral("Mische '%1' mit Tabelle '%2' ...").arg(gMischTabelle1, gMischTabelle2));
-    gMischArten = artstellenVon(gMischZuordnung2);
     s.tu([] { gMischSatz2 = gDatenbank->OpenRecordset(gMischTabelle2); });
     s.tu([] { gArbeitsbereich->BeginTrans(); });
     s.tu([&] {
@@ -167,6 +172,34 @@ void tabellenUebernehmen(Schritte& s) {
     schliessen(gMischSatz2);
     FortschrittBeenden();
     schliessen(gMischZielSatz);
+}
+
+void zeichenDerZweitenAnsehen(Zeichenfunde& funde) {
+    const QStringList felder = FeldNamen(gMischTabelle1);
+    const Artquelle quelle = artquelle(*gMischSatz2, gMischArten);
+    for (qint64 position = 1; !gMischSatz2->Eof(); gMischSatz2->MoveNext(), ++position) {
+        for (size_t feld = 0; feld < gMischZuordnung1.size(); ++feld)
+            funde.ansehen(position, felder[qsizetype(feld)], MischWert(gMischZuordnung1[feld], quelle));
+        DoEvents();
+        if (gAbbruch) return;
+    }
+}
+
+// What could not be saved in the end is told before anything is done.
+void zeichenPruefen(Schritte& s) {
+    engine::Zeichenprobe probe;
+    s.tu([&] { probe = gDatenbank->TableDefs().Item(gMischTabelle1).Zeichenprobe(); });
+    if (!probe) return;
+    Zeichenfunde funde(std::move(probe));
+    s.tu([] { gMischSatz2 = gDatenbank->OpenRecordset(gMischTabelle2); });
+    s.tu([&] {
+        Gesetzt(gMischSatz2);
+        zeichenDerZweitenAnsehen(funde);
+    });
+    schliessen(gMischSatz2);
+    if (gAbbruch || funde.leer()) return;
+    AchtungZeigen(funde.meldung(gMischTabelle1, gMischTabelle2));
+    gFehler = true;
 }
 
 Schritte schritte() {
@@ -187,9 +220,12 @@ void MischenAusfuehren() {
     fenster().information(QStringLiteral("Bereite Tabelle '%1' vor ...").arg(gMischTabelle1));
     fenster().datensaetze(QString::number(gMischAnzahl1 + gMischAnzahl2) +
                           QStringLiteral(" Datensätze insgesamt"));
+    gMischArten = artstellenVon(gMischZuordnung2);
+    Schritte s = schritte();
+    s.ablauf([&] { zeichenPruefen(s); }, [] { gFehler = true; });
+    if (Angehalten()) return;
     TabelleKopieren(gMischTabelle1, gMischZiel, false);
     if (Angehalten()) return;
-    Schritte s = schritte();
     s.ablauf(
         [&] {
             herkunftsfeldAnlegen(s);

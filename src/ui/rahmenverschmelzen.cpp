@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "data/datenzugriff.h"
+#include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/bausteine.h"
 
@@ -18,6 +19,12 @@ qsizetype luecke(const QString& text) {
     qsizetype leer = 0;
     while (leer < text.size() && text[leer] == u' ') ++leer;
     return leer;
+}
+
+// False when the table's file lacks a character of the text.
+bool speicherbar(const QString& text) {
+    const engine::Zeichenprobe probe = Gesetzt(gDatenbank).TableDefs().Item(gAusgangsTabelle).Zeichenprobe();
+    return !probe || probe(text) < 0;
 }
 
 }  // namespace
@@ -101,6 +108,10 @@ bool RahmenVerschmelzen::pruefen() {
         if (Grossschrift(vorhandener) == name)
             return abgelehnt(
                 QStringLiteral("Das Zielfeld exisitiert bereits. Bitte wählen sie einen anderen Namen."));
+    if (otnTrennzeichen[0]->isChecked() && !speicherbar(tbxTrennzeichen->text()))
+        return abgelehnt(
+            QStringLiteral("Das Trennzeichen gibt es im Zeichensatz der Tabelle nicht.\r"
+                           "Bitte wählen sie ein anderes."));
     return true;
 }
 

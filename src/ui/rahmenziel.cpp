@@ -25,6 +25,16 @@ std::optional<QString> vorhandeneTabelle(const QString& name) {
     return gefunden;
 }
 
+// Why nothing can be saved into the database; nothing where it can.
+std::optional<QString> schreibeinwand() {
+    try {
+        Gesetzt(gDatenbank).SchreibenPruefen();
+        return std::nullopt;
+    } catch (const EngineFehler& fehler) {
+        return fehler.beschreibung();
+    }
+}
+
 bool ueberschreibenErlaubt(const QString& name) {
     bool ja = false;
     Schritte s([] { return QStringLiteral("Fehler beim Schließen des Rahmens 4."); });
@@ -45,7 +55,8 @@ bool ueberschreibenErlaubt(const QString& name) {
 
 RahmenZiel::RahmenZiel()
     : Rahmen(4, QStringLiteral(" Auswahl der Zieltabelle ")),
-      tbxZielTabelle(Neu<QLineEdit>(QStringLiteral("tbxZielTabelle"))) {
+      tbxZielTabelle(Neu<QLineEdit>(QStringLiteral("tbxZielTabelle"))),
+      lblKurzerName(Textfeld(QString(), QStringLiteral("lblKurzerName"))) {
     auto* gitter = new QGridLayout(this);
     gitter->setVerticalSpacing(fontMetrics().height());
     gitter->addWidget(Textfeld(QStringLiteral(
@@ -60,14 +71,26 @@ RahmenZiel::RahmenZiel()
     gitter->addWidget(Beschriftung(QStringLiteral("&Korrgierte Tabelle speichern als:"), tbxZielTabelle), 2,
                       0);
     gitter->addWidget(tbxZielTabelle, 2, 1);
-    gitter->setRowStretch(3, 1);
+    gitter->addWidget(lblKurzerName, 3, 0, 1, 2);
+    gitter->setRowStretch(4, 1);
 }
 
 void RahmenZiel::fuellen() {
-    tbxZielTabelle->setText(ZielnameBilden(gAusgangsTabelle, tabellennamen(), QDate::currentDate()));
+    const QStringList namen = tabellennamen();
+    tbxZielTabelle->setText(ZielnameBilden(gAusgangsTabelle, namen, QDate::currentDate()));
+    const std::optional<QString> kurzer = KurzerZielname(gDatenbankFormat, gAusgangsTabelle, namen);
+    lblKurzerName->setText(
+        kurzer ? QStringLiteral("In einer dBase-Datenbank hat der Name höchstens 8 Zeichen, zum Beispiel %1.")
+                     .arg(*kurzer)
+               : QString());
+    lblKurzerName->setVisible(kurzer.has_value());
 }
 
 bool RahmenZiel::pruefen() {
+    if (const std::optional<QString> einwand = schreibeinwand()) {
+        AchtungZeigen(*einwand);
+        return false;
+    }
     tbxZielTabelle->setText(Trim(tbxZielTabelle->text()));
     const QString name = tbxZielTabelle->text();
     if (const std::optional<QString> einwand = ZielnamePruefen(gDatenbankFormat, name)) {

@@ -1,6 +1,7 @@
 // Frame 4: the name of the table that the run writes.
 #pragma once
 
+#include <QLabel>
 #include <QLineEdit>
 
 #include "ui/rahmenbasis.h"
@@ -12,4 +13,5 @@ class RahmenZiel : public Rahmen {
     bool pruefen() override;
 
     QLineEdit* tbxZielTabelle;
+    QLabel* lblKurzerName;  // on show where the default name is too long
 };

@@ -44,6 +44,29 @@ TEST(Zielname, ProzentzeichenImNamenBleiben) {
     EXPECT_EQ(ZielnameBilden("%1 %2", {}, kTag), u"%1 %2 _#1__3_7_2001");
 }
 
+TEST(Zielname, FuerDbaseEinKurzerDerPasst) {
+    const QString dbase = QString::fromUtf16(kFormatDbase5);
+    const std::vector<std::pair<QString, QString>> faelle = {
+        {"ADRESSEN", "ADRESS_1"},
+        {"Kd", "Kd_1"},
+        {"Neue Kunden", "NeueKu_1"},
+        {"Müller & Co", "Müller_1"},
+        {"KUNDEN _#1__3_7_2001", "KUNDEN_1"},
+        {"+-", "_1"},
+    };
+    for (const auto& [tabelle, erwartet] : faelle) {
+        const auto name = KurzerZielname(dbase, tabelle, {});
+        EXPECT_EQ(name, erwartet) << tabelle.toStdString();
+        EXPECT_EQ(ZielnamePruefen(dbase, *name), std::nullopt);
+    }
+    QStringList vorhandene{"adress_1"};
+    EXPECT_EQ(KurzerZielname(dbase, "ADRESSEN", vorhandene), u"ADRESS_2");
+    for (int i = 2; i < 10; ++i) vorhandene << QStringLiteral("ADRESS_%1").arg(i);
+    EXPECT_EQ(KurzerZielname(dbase, "ADRESSEN", vorhandene), u"ADRES_10");
+    EXPECT_EQ(KurzerZielname(QString::fromUtf16(kFormatExcel5), "ADRESSEN", {}), std::nullopt);
+    EXPECT_EQ(KurzerZielname(";PWD=;", "ADRESSEN", {}), std::nullopt);
+}
+
 struct Format {
     QString name;
     int laenge;

@@ -74,6 +74,8 @@ class Dbf(gemeinsam.AmProgramm):
     def ziel_nennen(self):
         """The default name is too long for dBase; the program says so and waits for another one."""
         self.fern.rahmen(4)
+        kurz = self.fern.text("lblKurzerName").rpartition(" ")[2].rstrip(".")
+        self.assertTrue(kurz.endswith("_1") and len(kurz) <= 8, kurz)
         self.fern.klicken("btnWeiter")
         self.fern.warten("meldung")
         self.assertIn("dBase-Datenbank, oder ist länger als 8 Zeichen", self.fern.meldung()["text"])
@@ -189,8 +191,25 @@ class Dbf(gemeinsam.AmProgramm):
         self.assertEqual(("PLZORT", "C"), (neu["name"], neu["form"][0]))
         self.nur_das_ziel_kam_dazu(zeilen, [*SPALTEN[:i], ("PLZORT", *neu["form"]), *SPALTEN[i + 2 :]])
 
-    def zwei_tabellen(self, auswahl, rahmen, liste):
-        """To frame 11 with the second table. Returns fields, mixed records, pairs."""
+    def test_trennzeichen_das_dem_zeichensatz_fehlt(self):
+        self.bis_vorgang(0)
+        self.ziel_nennen()
+        self.fern.rahmen(41)
+        self.fern.setzen("cbxVerschmelzen2", "ORT")
+        self.fern.setzen("tbxVerschmolzen", "NEU")
+        self.fern.setzen("otnTrennzeichen_0", True)
+        for zeichen in (" \u2013 ", " | "):
+            self.assertIsNone(self.fern.meldung())
+            self.fern.setzen("tbxTrennzeichen", zeichen)
+            self.fern.klicken("btnWeiter")
+            if zeichen == " \u2013 ":
+                self.fern.warten("meldung")
+                self.assertIn("Das Trennzeichen gibt es im Zeichensatz der Tabelle nicht.", self.fern.meldung()["text"])
+                self.fern.druecken("OK")
+        self.fern.rahmen(42)
+
+    def bis_suche_mit_zweiter(self, auswahl, rahmen, liste):
+        """To frame 11 with the second table. Returns the fields of both."""
         self.bis_vorgang(auswahl)
         self.fern.rahmen(rahmen)
         self.fern.setzen(liste, "messe")
@@ -199,6 +218,11 @@ class Dbf(gemeinsam.AmProgramm):
         felder2 = self.zugeordnet("messe", self.felder_lesen())
         self.ziel_nennen()
         self.fern.rahmen(11)
+        return felder1, felder2
+
+    def zwei_tabellen(self, *weg):
+        """The same; returns fields, mixed records, pairs."""
+        felder1, felder2 = self.bis_suche_mit_zweiter(*weg)
         mix = self.erste + [
             [ergaenzt(f, felder2, zeile) for f in felder1] for zeile in dbftools.zeilen(self.daten, "messe")
         ]
@@ -223,6 +247,24 @@ class Dbf(gemeinsam.AmProgramm):
         self.fertig(63)
         erwartet = [[None if w == "" else w for w in z] for z in r.ergebnistabelle(felder, mix, paare)]
         self.nur_das_ziel_kam_dazu(erwartet)
+
+    def test_zeichen_die_der_ersten_fehlen_werden_vorher_gesagt(self):
+        """The second table is in another code page and brings a dash: nothing is begun, nothing is lost."""
+        reihen = dbftools.zeilen(self.daten, "messe")
+        reihen[3][1] = "Café \u2013 Bar 7"
+        formen = [(f["name"], *f["form"]) for f in dbftools.felder(self.daten, "messe")]
+        dbftools.schreiben(self.daten / "messe.dbf", formen, reihen, sprachbyte=3, seite="cp1252")
+        vorher = dbftools.bytes_von(self.daten)
+        self.bis_suche_mit_zweiter(5, 61, "cbxNeueDaten")
+        self.fern.klicken("btnWeiter")
+        self.fern.warten("meldung")
+        text = self.fern.meldung()["text"]
+        self.assertIn("Datensatz 4, für das Feld 'STRASSE': '\u2013' (U+2013) in 'Café \u2013 Bar", text)
+        self.assertIn("Ersetzen Sie diese Zeichen in der Tabelle 'messe'", text)
+        self.fern.druecken("OK")
+        self.fern.rahmen(3)
+        self.assertEqual(["ADRESSEN", "messe"], self.fern.lesen("lstTabellen")["eintraege"])
+        self.assertEqual(vorher, dbftools.bytes_von(self.daten))
 
     def test_memos_gehen_mit(self):
         """A table of dBase III with memos: the merged table has all of them, in the same form and code page."""

@@ -168,4 +168,37 @@ TEST_F(Mischen, AbbruchInBeidenTabellen) {
     }
 }
 
+// What could not be saved is told before the work: records, fields and characters, the first eight of them.
+TEST_F(Mischen, ZeichenDieDieErsteTabelleNichtHatWerdenVorherGesagt) {
+    inhalt.fehlendesZeichen = u'ł';
+    erste({{u"Ort", {3, 8}}, {u"Notiz", {0, 1}}}, {{u"Bonn", u"Stanisław"}});
+    std::vector<std::vector<Wert>> zeilen{{u"Ulm", u"ł"}, {u"Wrocław", Wert::null()}};
+    for (int i = 0; i < 9; ++i) zeilen.push_back({u"Włocławek", Wert::null()});
+    zweite({{u"Stadt", {3, 8}}, {u"Notiz", {0, 1}}}, zeilen);
+    QString text =
+        u"Die Tabelle 'Zwei' enthält Zeichen, die es im Zeichensatz der Tabelle 'Eins' nicht gibt.\r"
+        u"Das Ergebnis könnte damit nicht gespeichert werden.\r\r"
+        u"Datensatz 2, für das Feld 'Ort': 'ł' (U+0142) in 'Wrocław'\r"_qs;
+    for (int i = 3; i <= 9; ++i)
+        text += QStringLiteral("Datensatz %1, für das Feld 'Ort': 'ł' (U+0142) in 'Włocławek'\r").arg(i);
+    text +=
+        u"(und 2 weitere Stellen)\r\r"
+        u"Ersetzen Sie diese Zeichen in der Tabelle 'Zwei', oder speichern Sie die Tabelle 'Eins'\r"
+        u"in einem Zeichensatz, der sie enthält."_qs;
+    f().erwarte(text);
+    mischen();
+    EXPECT_TRUE(gFehler);
+    EXPECT_FALSE(vorhanden(misch));
+    EXPECT_EQ(f().informationen.last(), u"Breche Mischvorgang ab ...");
+}
+
+TEST_F(Mischen, ZeichenDieNichtInDieMischungKommenStoerenNicht) {
+    inhalt.fehlendesZeichen = u'ł';
+    erste({{u"Ort", {3, 8}}}, {{u"Bonn"}});
+    zweite({{u"Stadt", {3, 8}}, {u"Name", {4, 4}}}, {{u"Ulm", u"Stanisław"}});
+    mischen();
+    EXPECT_FALSE(Angehalten());
+    EXPECT_EQ(gemischt(u"Ort"), texte({u"Bonn", u"Ulm"}));
+}
+
 }  // namespace

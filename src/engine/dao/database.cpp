@@ -89,6 +89,10 @@ const engine::Hinweise& Database::Oeffnungshinweise() const {
     return offen().oeffnungshinweise;
 }
 
+void Database::SchreibenPruefen() const {
+    offen().datei->schreibenPruefen();
+}
+
 dao::TableDefs& Database::TableDefs() {
     return offen().tabellen;
 }

@@ -147,6 +147,7 @@ TableDef::~TableDef() = default;
 
 void TableDef::setName(const QString& name) {
     if (datenbank_) {
+        datenbank_->SchreibenPruefen();
         datenbank_->namenPruefen(name, this);
         for (Relation& relation : datenbank_->offen().relationen.relationen_)
             relation.umbenennen(name_, name);
@@ -171,6 +172,11 @@ Index TableDef::CreateIndex(const QString& name) const {
 std::unique_ptr<Recordset> TableDef::OpenRecordset() {
     if (!datenbank_) objektUngueltig(QStringLiteral("Die Tabelle '%1'").arg(name_));
     return datenbank_->satzOeffnen(*this, QString());
+}
+
+engine::Zeichenprobe TableDef::Zeichenprobe() const {
+    if (!datenbank_) objektUngueltig(QStringLiteral("Die Tabelle '%1'").arg(name_));
+    return datenbank_->offen().datei->zeichenprobe(definition());
 }
 
 TableDef::Stand TableDef::merken() const {
@@ -212,11 +218,11 @@ TableDef& TableDefs::Item(const QString& name) {
 
 void TableDefs::Append(std::unique_ptr<TableDef>&& tabelle) {
     Database::Zustand& zustand = datenbank_->offen();
+    datenbank_->SchreibenPruefen();
     datenbank_->namenPruefen(tabelle->name_, nullptr);
-    for (int i = 0; i < tabelle->felder_.Count(); ++i)
-        zustand.datei->feldPruefen(tabelle->felder_.Item(i).definition());
     for (const Index& index : tabelle->indexe_.indexe_)
         for (const engine::IndexFeld& feld : index.Fields()) tabelle->felder_.Item(feld.name);
+    zustand.datei->tabellePruefen(tabelle->definition());
     tabelle->kern_->nummer = zustand.kern->speicher.neueNummer();
     tabelle->datenbank_ = datenbank_;
     tabelle->geaendert_ = QDateTime::currentDateTime();
@@ -226,6 +232,7 @@ void TableDefs::Append(std::unique_ptr<TableDef>&& tabelle) {
 void TableDefs::Delete(const QString& name) {
     const Database::Zustand& zustand = datenbank_->offen();
     TableDef& tabelle = Item(name);
+    datenbank_->SchreibenPruefen();
     datenbank_->relationenPruefen(tabelle.name_);
     if (!zustand.gemerkt || !zustand.gemerkt->enthaelt(tabelle)) datenbank_->zeilenLoeschen(tabelle);
     tabelle.kern_->geloescht = true;

@@ -7,6 +7,7 @@
 #include <optional>
 #include <vector>
 
+#include "engine/datei/datenbankdatei.h"
 #include "engine/katalog.h"
 
 namespace dao {
@@ -108,6 +109,9 @@ class TableDef {
     Index CreateIndex(const QString& name) const;
     // A recordset on the whole table, in natural order.
     std::unique_ptr<Recordset> OpenRecordset();
+    // Looks for what a copy of this table could not be saved with; empty where the file takes every text. For
+    // a table that exists.
+    engine::Zeichenprobe Zeichenprobe() const;
 
     TableDef(const TableDef&) = delete;
     TableDef& operator=(const TableDef&) = delete;

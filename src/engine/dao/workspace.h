@@ -49,13 +49,16 @@ class Database {
     // What the user should hear of the opening: files of a folder that cannot be read, and the like.
     const engine::Hinweise& Oeffnungshinweise() const;
 
+    // Raises kSystemgrenze, with what to do, when nothing can be saved into the file; so does every attempt
+    // to add, drop or rename a table.
+    void SchreibenPruefen() const;
+
     // True when the tables differ from those in the file.
     bool ungesichert() const;
     // Brings the file up to date: all tables dropped, renamed and added since, in one atomic step. Either all
     // of it is in the file, or an EngineFehler is raised, the file is what it was, and the call can be
-    // repeated. Afterwards the list of tables is the file's own. Returns what the user has to be told (an index
-    // that was written plain because of equal keys).
-    // Raises 3035 while a transaction is open.
+    // repeated. Afterwards the list of tables is the file's own. Returns what the user has to be told (an
+    // index that was written plain because of equal keys). Raises 3035 while a transaction is open.
     engine::Hinweise Sichern();
 
   private:
@@ -106,7 +109,8 @@ class Workspace {
 
     // Opens the file for the program. `verbindung` is the connect text: ";PWD=...;", "Excel 5.0;", "Dbase 5;"
     // or "". Raises 3024 (no file), 3343 (unknown kind), 3031 (password), 3045 (open elsewhere), 3027
-    // (read-only), 3049 (damaged), 3035 (an order or code page that cannot be written safely).
+    // (read-only), 3049 (damaged), 3035 (an order or code page that cannot be written safely; some files open
+    // for reading then, see SchreibenPruefen).
     std::unique_ptr<Database> OpenDatabase(const QString& name, bool exklusiv, bool nurLesen,
                                            const QString& verbindung);
     // A transaction covers rows as well as tables and fields that were added, dropped or renamed in it.

@@ -11,7 +11,7 @@
 
 namespace engine {
 
-using Zeile = std::vector<Wert>;    // one value per field, in field order; never Empty
+using Zeile = std::vector<Wert>;  // one value per field, in field order; never Empty
 
 // A table's rows, one after the other, in the natural order.
 class Zeilenquelle {
@@ -38,6 +38,9 @@ using Aenderung = std::variant<TabelleLoeschen, TabelleUmbenennen, TabelleAnlege
 // What the user is told after a write that was carried out in full.
 using Hinweise = std::vector<QString>;
 
+// The place of the first character of a text that a table cannot hold; -1 when it takes all of them.
+using Zeichenprobe = std::function<qsizetype(QStringView)>;
+
 // An opened database file. Reading never changes it. All failures are EngineFehler.
 class Datenbankdatei {
   public:
@@ -56,6 +59,10 @@ class Datenbankdatei {
     // Raises kDateiGeaendert when somebody else changed the file since it was opened.
     virtual Hinweise anwenden(const std::vector<Aenderung>& aenderungen) = 0;
 
+    // Raises kSystemgrenze, with what to do, for a file that can be read only. The catalogue's `hinweise` say
+    // so, too.
+    virtual void schreibenPruefen() const {}
+
     // Whether the format takes this as a table's name (length, characters, not empty).
     virtual bool nameErlaubt(const QString& name) const = 0;
 
@@ -64,6 +71,16 @@ class Datenbankdatei {
 
     // The same for the field as a whole: raises also when the format cannot hold such a column.
     virtual void feldPruefen(const FeldDef& feld) const { feldnamePruefen(feld.name); }
+
+    // What can be said of a new table before it has any row: its fields, indexes, the length of its records.
+    // Raises what `anwenden` would raise for it in the end.
+    virtual void tabellePruefen(const TabellenDef& def) const {
+        for (const FeldDef& feld : def.felder) feldPruefen(feld);
+    }
+
+    // Tells beforehand which texts a new table of this definition could not be written with; empty where all
+    // texts of the file's other tables will do.
+    virtual Zeichenprobe zeichenprobe(const TabellenDef&) const { return {}; }
 };
 
 }  // namespace engine

@@ -209,6 +209,19 @@ void DbaseOrdner::feldPruefen(const engine::FeldDef& feld) const {
     feldPlanbar(feld);
 }
 
+void DbaseOrdner::tabellePruefen(const engine::TabellenDef& def) const {
+    tabellePlanbar(def);
+}
+
+engine::Zeichenprobe DbaseOrdner::zeichenprobe(const engine::TabellenDef& def) const {
+    const Zeichensatz zeichensatz = zeichensatzFuer(def);
+    if (!zeichensatz.schreibbar()) return {};
+    return [zeichensatz, puffer = QByteArray()](QStringView text) mutable {
+        puffer.resize(std::max(puffer.size(), text.size()));
+        return zeichensatz.schreiben(text, puffer.data());
+    };
+}
+
 std::unique_ptr<engine::Datenbankdatei> dbaseOeffnen(const QString& ordner, const QString&) {
     return std::make_unique<DbaseOrdner>(ordner);
 }

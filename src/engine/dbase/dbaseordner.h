@@ -29,6 +29,9 @@ class DbaseOrdner : public engine::Datenbankdatei {
     // Any name that is not empty will do: what dBase does not take is changed when the table is written.
     void feldnamePruefen(const QString& name) const override;
     void feldPruefen(const engine::FeldDef& feld) const override;
+    void tabellePruefen(const engine::TabellenDef& def) const override;
+    // Each table has a code page of its own; a copy keeps it.
+    engine::Zeichenprobe zeichenprobe(const engine::TabellenDef& def) const override;
 
   private:
     void tabellenSuchen();

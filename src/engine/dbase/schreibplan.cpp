@@ -209,6 +209,12 @@ void feldPlanbar(const engine::FeldDef& feld) {
         feldbauAusTyp(feld, 20);
 }
 
+Zeichensatz zeichensatzFuer(const engine::TabellenDef& def) {
+    Schreibplan plan;
+    schriftBestimmen(plan, def);
+    return plan.zeichensatz;
+}
+
 Schreibplan schreibplanErstellen(const engine::TabellenDef& def) {
     Schreibplan plan;
     plan.tabelle = def.name;
@@ -248,6 +254,13 @@ void spaltenAnordnen(Schreibplan& plan) {
                 .arg(plan.tabelle)
                 .arg(ab)
                 .arg(hoechstens));
+}
+
+void tabellePlanbar(const engine::TabellenDef& def) {
+    Schreibplan plan = schreibplanErstellen(def);
+    for (Schreibspalte& s : plan.spalten)
+        if (s.schreibart == Schreibart::GemessenerText) s.laenge = kMemofeld.laenge;
+    spaltenAnordnen(plan);
 }
 
 }  // namespace dbase

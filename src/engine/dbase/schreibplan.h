@@ -53,6 +53,12 @@ struct Schreibplan {
 // Raises kSystemgrenze or kFeldZuKlein, with what to do, for a column that no dBase table can hold.
 void feldPlanbar(const engine::FeldDef& feld);
 
+// The code page in which a table of this definition is written.
+Zeichensatz zeichensatzFuer(const engine::TabellenDef& def);
+
+// Raises what a table of this definition would raise whatever its rows are.
+void tabellePlanbar(const engine::TabellenDef& def);
+
 // Raises what `feldPlanbar` raises, kZuVieleFelder, and kSystemgrenze.
 Schreibplan schreibplanErstellen(const engine::TabellenDef& def);
 

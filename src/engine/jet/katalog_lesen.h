@@ -52,9 +52,13 @@ QByteArray spalteneigenesSchreiben(const Spalteneigenes& eigenes);
 bool spalteneigenesLesen(QByteArrayView bytes, Spalteneigenes& eigenes);
 
 // What must hold of an opened file before anything else is read: the password; page 2 is MSysObjects.
-// Raises kPasswortFalsch, kBeschaedigt, and kSystemgrenze for a code page or sort order we do not know.
-// Order of the tests: password first.
+// Raises kPasswortFalsch, kBeschaedigt, and kSystemgrenze for a code page or sort order we do not know,
+// unless the file is `nurLesbar`. Order of the tests: password first.
 void oeffnenPruefen(const Seitendatei& datei, const QString& passwort);
+
+// An .accdb file whose system tables sort in another order than that of Access 2007, as those of Access 2010
+// and later do (version 1 of General): its keys cannot be made, its rows can be read.
+bool nurLesbar(const Seitendatei& datei);
 
 // All rows of MSysObjects in the natural order.
 std::vector<Objekt> objekteLesen(const Seitendatei& datei);

@@ -51,6 +51,13 @@ void sperrdateiPruefen(const QString& pfad) {
     }
 }
 
+QString nurLesbarText(const QString& pfad) {
+    return u"Die Datenbank '%1' stammt aus Access 2010 oder neuer. Ihre Tabellen können gelesen, Ergebnisse "
+           "aber nicht in ihr gespeichert werden. Speichern Sie die Datenbank in Access im Format "
+           "'Access 2002-2003-Datenbank (*.mdb)', und öffnen Sie dann die neue Datei."_qs.arg(
+               QFileInfo(pfad).fileName());
+}
+
 // The rows of a table of a file that somebody else may change meanwhile.
 class Tabellenzeilen : public engine::Zeilenquelle {
   public:
@@ -142,13 +149,20 @@ MdbDatei::MdbDatei(QString pfad, const QString& passwort) : pfad_(std::move(pfad
     stand_ = engine::dateistandLesen(pfad_);
     datei_ = oeffnen(pfad_, QIODevice::ReadOnly);
     oeffnenPruefen(*datei_, passwort);
-    schreibbarPruefen(*datei_);
+    nurLesbar_ = nurLesbar(*datei_);
+    if (!nurLesbar_) schreibbarPruefen(*datei_);
     sperrdateiPruefen(pfad_);
-    engine::schreibbarkeitPruefen(pfad_);
+    if (!nurLesbar_) engine::schreibbarkeitPruefen(pfad_);
 }
 
 engine::Katalog MdbDatei::katalogLesen() {
-    return jet::katalogLesen(*datei_);
+    engine::Katalog katalog = jet::katalogLesen(*datei_);
+    if (nurLesbar_) katalog.hinweise.push_back(nurLesbarText(pfad_));
+    return katalog;
+}
+
+void MdbDatei::schreibenPruefen() const {
+    if (nurLesbar_) throw EngineFehler(kSystemgrenze, nurLesbarText(pfad_));
 }
 
 void MdbDatei::unveraendertPruefen() const {
@@ -164,6 +178,7 @@ std::unique_ptr<engine::Zeilenquelle> MdbDatei::zeilenLesen(const QString& tabel
 }
 
 engine::Hinweise MdbDatei::anwenden(const std::vector<engine::Aenderung>& aenderungen) {
+    schreibenPruefen();
     unveraendertPruefen();
     sperrdateiPruefen(pfad_);
     const std::vector<Mangel> bekannte = maengelFinden(*datei_);
@@ -184,6 +199,10 @@ bool MdbDatei::nameErlaubt(const QString& name) const {
 
 void MdbDatei::feldnamePruefen(const QString& name) const {
     jet::feldnamePruefen(name);
+}
+
+void MdbDatei::tabellePruefen(const engine::TabellenDef& def) const {
+    tabellenDefPruefen(def);
 }
 
 std::unique_ptr<engine::Datenbankdatei> mdbOeffnen(const QString& pfad, const QString& passwort) {

@@ -15,20 +15,24 @@ namespace jet {
 class MdbDatei : public engine::Datenbankdatei {
   public:
     // Raises kDateiFehlt, kDateifehler, kPasswortFalsch, kDateiNichtLesbar, kBeschaedigt; and for a file that
-    // could not be written at the end kSchreibgeschuetzt, kDateiGesperrt or kSystemgrenze.
+    // could not be written at the end kSchreibgeschuetzt, kDateiGesperrt or kSystemgrenze. A file of Access
+    // 2010 or later opens for reading; its catalogue says so.
     MdbDatei(QString pfad, const QString& passwort);
 
     engine::Katalog katalogLesen() override;
     std::unique_ptr<engine::Zeilenquelle> zeilenLesen(const QString& tabelle) override;
     engine::Hinweise anwenden(const std::vector<engine::Aenderung>& aenderungen) override;
+    void schreibenPruefen() const override;
     bool nameErlaubt(const QString& name) const override;
     void feldnamePruefen(const QString& name) const override;
+    void tabellePruefen(const engine::TabellenDef& def) const override;
 
   private:
     void unveraendertPruefen() const;
 
     QString pfad_;
     engine::Dateistand stand_;
+    bool nurLesbar_ = false;
     std::shared_ptr<Seitendatei> datei_;  // shared with the rows that are being read
 };
 

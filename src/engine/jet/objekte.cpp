@@ -80,15 +80,15 @@ void codepagePruefen(const Seitendatei& datei) {
         u"in Access im Format Access 2002-2003."_qs.arg(datei.kopf().codepage));
 }
 
-void sortierungPruefen(const Seitendatei& datei) {
+// The order of the system tables' keys is the one that we can make.
+bool allgemeinSortiert(const Seitendatei& datei) {
     const Tabelle objekte = tdefLesen(datei, kSeiteObjekte);
     const Spalte& name = Orte::an(objekte, u"Name");
-    if (name.sortierung == kSortierungGeneral && name.sortVersion == 0) return;
-    if (datei.format().ace)
-        throw EngineFehler(
-            kSystemgrenze,
-            u"Datenbanken von Access 2010 und neuer (.accdb) können nicht geändert werden. Speichern Sie die "
-            u"Datenbank in Access im Format 'Access 2002-2003-Datenbank (*.mdb)'."_qs);
+    return name.sortierung == kSortierungGeneral && name.sortVersion == 0;
+}
+
+void sortierungPruefen(const Seitendatei& datei) {
+    if (datei.format().ace || allgemeinSortiert(datei)) return;
     throw EngineFehler(
         kSystemgrenze,
         u"Die Datenbank verwendet eine Sortierreihenfolge, die nicht unterstützt wird. Stellen Sie in "
@@ -97,6 +97,10 @@ void sortierungPruefen(const Seitendatei& datei) {
 }
 
 }  // namespace
+
+bool nurLesbar(const Seitendatei& datei) {
+    return datei.format().ace && !allgemeinSortiert(datei);
+}
 
 void oeffnenPruefen(const Seitendatei& datei, const QString& passwort) {
     passwortPruefen(datei.kopf(), passwort);

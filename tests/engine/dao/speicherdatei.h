@@ -25,7 +25,9 @@ struct Speicherinhalt {
     engine::Hinweise hinweise;                       // handed back by the next write
     engine::Hinweise oeffnungshinweise;              // told by the catalogue
     QStringList protokoll;                           // what was read and written, in order
-    QString passwort;                                // as the opener got it
+    bool nurLesbar = false;
+    QChar fehlendesZeichen;  // no table holds it; none when null
+    QString passwort;        // as the opener got it
     // A new table is called so by the file, as a workbook calls a sheet "Name$"; and a second one appears
     // beside it.
     QString endungNeuer;
@@ -73,12 +75,21 @@ class Speicherdatei : public engine::Datenbankdatei {
         return std::exchange(inhalt_.hinweise, {});
     }
 
+    void schreibenPruefen() const override {
+        if (inhalt_.nurLesbar) throw EngineFehler(kSystemgrenze, QStringLiteral("Nur zum Lesen."));
+    }
+
     void feldnamePruefen(const QString& name) const override {
         if (name.contains(u'.')) throw EngineFehler(kUngueltigerName, QStringLiteral("Feldname mit Punkt."));
     }
 
     bool nameErlaubt(const QString& name) const override {
         return !name.isEmpty() && name.size() <= 64 && !name.contains(u'!');
+    }
+
+    engine::Zeichenprobe zeichenprobe(const engine::TabellenDef&) const override {
+        if (inhalt_.fehlendesZeichen.isNull()) return {};
+        return [zeichen = inhalt_.fehlendesZeichen](QStringView text) { return text.indexOf(zeichen); };
     }
 
   private:

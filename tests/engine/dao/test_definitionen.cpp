@@ -39,6 +39,18 @@ TEST_F(DefinitionenTest, UnbekanntesIst3265) {
     EXPECT_EQ(fehlerVon([&] { db->Relations().Delete(QStringLiteral("Fehlt")); }), kNichtInListe);
 }
 
+TEST_F(DefinitionenTest, NurZumLesenGeoeffnetesLehntJedeAenderungSofortAb) {
+    inhalt.nurLesbar = true;
+    oeffnen();
+    EXPECT_EQ(fehlerVon([&] { db->SchreibenPruefen(); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { anlegen(u"Neu"); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { tabelle(u"Leer").setName(QStringLiteral("Voll")); }), kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Delete(QStringLiteral("Leer")); }), kSystemgrenze);
+    EXPECT_EQ(tabellennamen(), (QStringList{QStringLiteral("Kunden"), QStringLiteral("Leer")}));
+    EXPECT_FALSE(db->ungesichert());
+    EXPECT_EQ(spalte(QStringLiteral("Kunden"), u"Nr"), u"1 2 3 4 5");
+}
+
 TEST_F(DefinitionenTest, EinzelheitenEinerTabelleDerDatei) {
     inhalt.tabellen[1].def.attribute = dao::dbSystemObject;
     oeffnen();

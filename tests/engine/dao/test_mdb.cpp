@@ -97,6 +97,20 @@ TEST_F(MdbTest, GesicherteTabelleStehtNachDemOeffnenDa) {
     EXPECT_EQ(spalte(QStringLiteral("SELECT * FROM [Kunden] ORDER BY [Name]"), 0), u"3 2 4 1");
 }
 
+TEST_F(MdbTest, EineTabelleDieNieGespeichertWerdenKoennteWirdGleichAbgelehnt) {
+    auto def = db->CreateTableDef();
+    def->setName(QStringLiteral("Viele"));
+    def->Fields().Append(def->CreateField(QStringLiteral("Nr"), dao::dbLong));
+    for (int i = 0; i < 33; ++i) {
+        dao::Index index = def->CreateIndex(QStringLiteral("I%1").arg(i));
+        index.setFields({{QStringLiteral("Nr"), false}});
+        def->Indexes().Append(index);
+    }
+    EXPECT_EQ(fehlerVon([&] { db->TableDefs().Append(std::move(def)); }), kSystemgrenze);
+    EXPECT_EQ(eigeneTabellen(), QStringList());
+    EXPECT_FALSE(db->ungesichert());
+}
+
 TEST_F(MdbTest, ZaehlfeldGehtNachDemOeffnenWeiter) {
     anlegen(u"Kunden", {u"a", u"b"});
     db->Sichern();

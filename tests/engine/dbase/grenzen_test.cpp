@@ -108,6 +108,24 @@ TEST_F(DbaseGrenzen, GrenzenVonDbaseDreiGeltenFuerSeineTabellen) {
     EXPECT_EQ(versuch(tabelle(kA, felder), {}), kSystemgrenze);
 }
 
+TEST_F(DbaseGrenzen, WasDieFormVerbietetWirdVorDenZeilenGesagt) {
+    const auto frueh = [&](int felder, const FeldDef& muster) {
+        std::vector<FeldDef> alle;
+        for (int i = 0; i < felder; ++i) {
+            alle.push_back(muster);
+            alle.back().name = QStringLiteral("F%1").arg(i);
+        }
+        return fehlerVon([&] { dbase::DbaseOrdner(ordner.path()).tabellePruefen(tabelle(kA, alle)); }, &text);
+    };
+    EXPECT_EQ(frueh(255, feld(kX, dao::dbText, 128)), 0);
+    EXPECT_EQ(frueh(256, feld(kX, dao::dbByte)), kZuVieleFelder);
+    EXPECT_EQ(frueh(255, feld(kX, dao::dbText, 129)), kSystemgrenze);
+    EXPECT_TRUE(genannt({u"'A'", u"32896", u"32767", u"Entfernen oder verkürzen"})) << text.toStdString();
+    // They may all become memos.
+    EXPECT_EQ(frueh(255, feld(kX, dao::dbText, 255)), 0);
+    EXPECT_EQ(frueh(1, feld(kX, dao::dbLongBinary)), kSystemgrenze);
+}
+
 TEST_F(DbaseGrenzen, ZweiGigabyteWerdenVorDemSchreibenErkannt) {
     // Rows are counted, not stored: a source that gives the same row over and over.
     class Viele : public engine::Zeilenquelle {

@@ -5,6 +5,7 @@
 
 #include "engine/jet/anlegen.h"
 #include "engine/jet/indexseite.h"
+#include "engine/jet/tdef.h"
 #include "mdbschreiben.h"
 
 namespace {
@@ -236,6 +237,45 @@ TEST_F(MdbDatei, EineSperrdateiHaeltDasOeffnenAuf) {
     EXPECT_TRUE(text.contains(u"PC17") && text.contains(u"NEU.LDB")) << text.toStdString();
 }
 
+// Access 2010 and later sort in version 1 of the General order, whose keys cannot be made.
+TEST_F(MdbDatei, DateienVonAccess2010WerdenGelesenUndNieGeschrieben) {
+    PROBE_ODER_UEBERSPRINGEN(QStringLiteral("ace-2007.accdb"));
+    QByteArray bytes = proben::bytes(QStringLiteral("ace-2007.accdb"));
+    const jet::Tabelle objekte = jet::tdefLesen(jet::Seitendatei(bytes), jet::kSeiteObjekte);
+    const QByteArray& name = objekte.spalten[size_t(objekte.spalteMitName(u"Name"))].roh;
+    const qsizetype seite = qsizetype(jet::kSeiteObjekte) * jet::kAce.seite;
+    bytes[bytes.indexOf(name, seite) + jet::kAce.spalteSortVersion] = 1;
+    const QString pfad = ordner_.filePath(QStringLiteral("neuer.accdb"));
+    QFile datei(pfad);
+    ASSERT_TRUE(datei.open(QIODevice::WriteOnly) && datei.write(bytes) == bytes.size());
+    datei.close();
+    ASSERT_TRUE(datei.setPermissions(QFile::ReadOwner));  // no hindrance to reading
+
+    jet::MdbDatei neuer(pfad, QString());
+    jet::MdbDatei aelter(proben::pfad(QStringLiteral("ace-2007.accdb")), QString());
+    const engine::Katalog katalog = neuer.katalogLesen();
+    ASSERT_EQ(katalog.hinweise.size(), 1u);
+    EXPECT_TRUE(katalog.hinweise[0].contains(u"Access 2002-2003")) << katalog.hinweise[0].toStdString();
+    EXPECT_TRUE(aelter.katalogLesen().hinweise.empty());
+    EXPECT_EQ(katalog.tabellen.size(), aelter.katalogLesen().tabellen.size());
+    int gelesen = 0;
+    for (const TabellenDef& tabelle : katalog.tabellen) {
+        if (tabelle.attribute != 0) continue;
+        const auto zeilen = alleZeilen(neuer, tabelle.name);
+        EXPECT_EQ(zeilen, alleZeilen(aelter, tabelle.name)) << tabelle.name.toStdString();
+        gelesen += int(zeilen.size());
+    }
+    EXPECT_GT(gelesen, 0);
+
+    QString text;
+    EXPECT_EQ(fehlerVon([&] { neuer.schreibenPruefen(); }, &text), kSystemgrenze);
+    EXPECT_EQ(text, katalog.hinweise[0]);
+    EXPECT_EQ(fehlerVon([&] { aelter.schreibenPruefen(); }), 0);
+    EXPECT_EQ(fehlerVon([&] { neuer.anwenden({anlegen(kunden(), kundenzeilen(3))}); }),
+              kSystemgrenze);
+    EXPECT_EQ(inhalt(pfad), bytes);
+}
+
 TEST_F(MdbDatei, EinUnpassenderNameWirdNichtAngelegt) {
     jet::MdbDatei datei(pfad_, QString());
     for (const char16_t* name : {u"", u"a.b", u"a[b", u" a", u"a!b"})
@@ -293,6 +333,8 @@ TEST_P(Grenzen, WerdenVorherGefunden) {
     QString meldung;
     EXPECT_EQ(fehlerVon([&] { datei.anwenden({anlegen(def, {zeile})}); }, &meldung), fall.fehler)
         << meldung.toStdString();
+    // Without rows only the definition can be judged.
+    EXPECT_EQ(fehlerVon([&] { datei.tabellePruefen(def); }), fall.textlaenge > 5 ? 0 : fall.fehler);
     if (fall.fehler == 0) {
         EXPECT_EQ(zeilenLautMdbtools(pfad_, def.name).size(), 1);
         ohneMangel(pfad_);

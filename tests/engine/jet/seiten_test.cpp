@@ -1,5 +1,6 @@
 // Page files: header, encoding, passwords, refusals, writing.
 #include <QBuffer>
+#include <QTemporaryFile>
 
 #include "engine/jet/bytes.h"
 #include "engine/jet/katalog_lesen.h"
@@ -200,6 +201,32 @@ TEST(JetSeiten, NurZumLesenGeoeffnet) {
     PROBE_ODER_UEBERSPRINGEN(u"jet4-leer-adox.mdb"_qs);
     const auto datei = proben::oeffnen(u"jet4-leer-adox.mdb"_qs);
     EXPECT_EQ(fehlerVon([&] { datei->schreiben(5, datei->seite(5)); }), kSchreibgeschuetzt);
+}
+
+// A file with a hole: 1 GB in Access 97, 2 GB in later ones.
+TEST(JetSeiten, HinterDerGroesstenDateiKommtKeineSeite) {
+    for (const auto& [name, grenze] : std::vector<std::pair<QString, qint64>>{
+             {u"jet3-typen.mdb"_qs, qint64(1) << 30}, {u"jet4-leer-adox.mdb"_qs, qint64(1) << 31}}) {
+        SCOPED_TRACE(name.toStdString());
+        PROBE_ODER_UEBERSPRINGEN(name);
+        QTemporaryFile voll;
+        ASSERT_TRUE(voll.open() && voll.write(proben::bytes(name)) > 0);
+        const auto oeffnen = [&](qint64 groesse) {
+            EXPECT_TRUE(voll.resize(groesse));
+            auto geraet = std::make_unique<QFile>(voll.fileName());
+            EXPECT_TRUE(geraet->open(QIODevice::ReadWrite));
+            return std::make_unique<Seitendatei>(std::move(geraet));
+        };
+        const auto datei = oeffnen(grenze);
+        QString text;
+        EXPECT_EQ(fehlerVon([&] { datei->anhaengen(); }, &text), kSystemgrenze);
+        EXPECT_TRUE(text.contains(u"komprimieren")) << text.toStdString();
+        EXPECT_EQ(voll.size(), grenze);
+        const qint64 zuGross = grenze + datei->format().seite;
+        EXPECT_EQ(fehlerVon([&] { oeffnen(zuGross); }, &text), kDateiNichtLesbar);
+        EXPECT_TRUE(text.contains(u"Sicherungskopie")) << text.toStdString();
+        EXPECT_EQ(oeffnen(grenze - datei->format().seite)->anhaengen(), datei->seitenzahl() - 1);
+    }
 }
 
 TEST(JetSeiten, AbgerissenesGeraetIstEinDateifehler) {
