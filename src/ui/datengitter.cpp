@@ -179,6 +179,16 @@ void Datengitter::keyPressEvent(QKeyEvent* ereignis) {
     if (taste) taste(code);
 }
 
+Malpause::Malpause(const QWidget* fenster) {
+    for (QTableView* gitter : fenster->findChildren<QTableView*>())
+        if (gitter->updatesEnabled()) angehalten_ << static_cast<Datengitter*>(gitter);
+    for (Datengitter* gitter : angehalten_) gitter->setUpdatesEnabled(false);
+}
+
+Malpause::~Malpause() {
+    for (Datengitter* gitter : angehalten_) gitter->setUpdatesEnabled(true);
+}
+
 void GitterKoppeln(const QList<Datengitter*>& gitter) {
     for (Datengitter* von : gitter)
         for (Datengitter* nach : gitter)

@@ -43,6 +43,19 @@ class Datengitter : public QTableView {
     int oben_ = 0;  // how far the rows were scrolled down before the refresh
 };
 
+// As long as one lives, the grids of a window do not paint: a query lets the window breathe, and meanwhile no
+// row can be read.
+class Malpause {
+  public:
+    explicit Malpause(const QWidget* fenster);
+    ~Malpause();
+    Malpause(const Malpause&) = delete;
+    Malpause& operator=(const Malpause&) = delete;
+
+  private:
+    QList<Datengitter*> angehalten_;
+};
+
 // Lets grids with the same columns go together: sideways and in the widths of their columns.
 void GitterKoppeln(const QList<Datengitter*>& gitter);
 

@@ -130,8 +130,9 @@ const QStringList& Datensteuerung::texte(int zeile) const {
         saetze_->Move(zeile);
         for (int i = 0; i < int(titel_.size()); ++i) neu->append(saetze_->Fields(i).Value().alsText());
     } catch (const EngineFehler&) {
-        neu->clear();
-        neu->resize(titel_.size(), QStringLiteral("#Fehler"));
+        // Next time it may be there again.
+        unlesbar_ = QStringList(titel_.size(), QStringLiteral("#Fehler"));
+        return unlesbar_;
     }
     QStringList* eintrag = neu.release();
     puffer_.insert(zeile, eintrag);

@@ -77,6 +77,7 @@ class Datensteuerung : public QAbstractTableModel {
     int zeilen_ = 0;
     int position_ = -1;
     bool wirdErneuert_ = false;
+    mutable QStringList unlesbar_;             // what a row shows that could not be read
     mutable QCache<int, QStringList> puffer_;  // the texts of the rows looked at last
 
     QStringList muster_;  // the texts to compare with; empty for none

@@ -100,6 +100,7 @@ QString FrmDublettenBearbeiten::herkunft(const Datensteuerung& daten, int zeile,
     const int status = daten.text(zeile, feldname(kTempDss)).toInt();
     if (spalte == 0 || (status != kStatusAngereichert && status != kStatusAngereichertBleibt))
         return QString();
+    const Malpause pause(this);
     QString text;
     FehlerUebergehen([&] {
         text = mitglieder_.herkunft(daten.text(zeile, feldname(kTempBn)), spalte,
@@ -130,12 +131,14 @@ void FrmDublettenBearbeiten::dubletteAnzeigen() {
 }
 
 void FrmDublettenBearbeiten::alleAnzeigen() {
+    const Malpause pause(this);
     angereichertAnzeigen();
     dubletteAnzeigen();
     uebernehmenAnzeigen();
 }
 
 void FrmDublettenBearbeiten::dublettenUndUebernehmenAnzeigen() {
+    const Malpause pause(this);
     dubletteAnzeigen();
     uebernehmenAnzeigen();
 }
@@ -147,6 +150,7 @@ void FrmDublettenBearbeiten::dubletteNachfuehren() {
         tmrAnsicht->setInterval(kAnsichtMs);
         tmrAnsicht->start();
     } else {
+        const Malpause pause(this);
         adoDublette->setRecordSource(AnzeigeDubletteLeerNachZeilenwechsel(gZielTabelle));
         adoDublette->Refresh();
         auslegen(dgdDublette);
@@ -159,6 +163,7 @@ void FrmDublettenBearbeiten::tmrAnsicht_Timer() {
     // The end of an action that is at work shows the duplicates anyway, unless it has nothing to do.
     if (handelt()) return tmrAnsicht->start();
     Gesichert([this] {
+        const Malpause pause(this);
         dublettenquelleSetzen();
         adoDublette->Refresh();
         auslegen(dgdDublette);

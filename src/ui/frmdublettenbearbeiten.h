@@ -46,6 +46,7 @@ class FrmDublettenBearbeiten : public Nachbearbeitungsfenster {
     QString aktuelleGruppe() const;  // TEMP_BN of the current enriched record
     void dublettenquelleSetzen();
     void erneuern(Datengitter* gitter);
+    Saetze dublettenDerGruppe();
     void auslegen(Datengitter* gitter);
     QString herkunft(const Datensteuerung& daten, int zeile, int spalte);
     void standZeigen();

@@ -2,8 +2,8 @@
 #include "data/steuerfelder.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
-#include "ui/nachbearbeitungsabfragen.h"
 #include "ui/frmdublettenbearbeiten.h"
+#include "ui/nachbearbeitungsabfragen.h"
 
 namespace {
 
@@ -36,21 +36,26 @@ void FrmDublettenBearbeiten::rechteMaustaste(Qt::MouseButton knopf,
 
 void FrmDublettenBearbeiten::angereichertVerschieben() {
     if (adoAngereichert->Eof()) return;
-    Gesetzt(rsAngereichert_).Requery();
+    neuAbfragen(rsAngereichert_);
     if (rsAngereichert_->Eof()) return;
     einenVerschieben(*rsAngereichert_, *adoAngereichert, angereichertUebernehmen);
     alleAnzeigen();
 }
 
 void FrmDublettenBearbeiten::btnAngereichert_Click() {
-    Gesetzt(rsAngereichert_).Requery();
+    neuAbfragen(rsAngereichert_);
     if (rsAngereichert_->Eof()) return;
     if (alleVerschieben(*rsAngereichert_, angereichertUebernehmen)) alleAnzeigen();
 }
 
+FrmDublettenBearbeiten::Saetze FrmDublettenBearbeiten::dublettenDerGruppe() {
+    const Malpause pause(this);
+    return Gesetzt(gDatenbank).OpenRecordset(AbfrageDublette(gZielTabelle, aktuelleGruppe()));
+}
+
 void FrmDublettenBearbeiten::dubletteVerschieben() {
     if (adoDublette->Eof() || adoAngereichert->Eof()) return;
-    rsDublette_ = Gesetzt(gDatenbank).OpenRecordset(AbfrageDublette(gZielTabelle, aktuelleGruppe()));
+    rsDublette_ = dublettenDerGruppe();
     if (rsDublette_->Eof()) return;
     einenVerschieben(*rsDublette_, *adoDublette, dubletteUebernehmen);
     dublettenUndUebernehmenAnzeigen();
@@ -58,21 +63,21 @@ void FrmDublettenBearbeiten::dubletteVerschieben() {
 
 void FrmDublettenBearbeiten::btnDublette_Click() {
     if (adoAngereichert->RecordCount() == 0) return;
-    rsDublette_ = Gesetzt(gDatenbank).OpenRecordset(AbfrageDublette(gZielTabelle, aktuelleGruppe()));
+    rsDublette_ = dublettenDerGruppe();
     if (rsDublette_->Eof()) return;
     if (alleVerschieben(*rsDublette_, dubletteUebernehmen)) dublettenUndUebernehmenAnzeigen();
 }
 
 void FrmDublettenBearbeiten::uebernehmenVerschieben() {
     if (adoÜbernehmen->Eof()) return;
-    Gesetzt(rsÜbernehmen_).Requery();
+    neuAbfragen(rsÜbernehmen_);
     if (rsÜbernehmen_->Eof()) return;
     einenVerschieben(*rsÜbernehmen_, *adoÜbernehmen, zuruecklegen);
     alleAnzeigen();
 }
 
 void FrmDublettenBearbeiten::btnÜbernehmen_Click() {
-    Gesetzt(rsÜbernehmen_).Requery();
+    neuAbfragen(rsÜbernehmen_);
     if (rsÜbernehmen_->Eof()) return;
     if (alleVerschieben(*rsÜbernehmen_, zuruecklegen)) alleAnzeigen();
 }

@@ -109,20 +109,21 @@ void FrmMüllBearbeiten::uebernehmenAnzeigen() {
 }
 
 void FrmMüllBearbeiten::alleAnzeigen() {
+    const Malpause pause(this);
     muellAnzeigen();
     uebernehmenAnzeigen();
 }
 
 void FrmMüllBearbeiten::einen(Datensteuerung& daten, Saetze& saetze, const Statusregel& regel) {
     if (daten.Eof()) return;
-    Gesetzt(saetze).Requery();
+    neuAbfragen(saetze);
     if (saetze->Eof()) return;
     einenVerschieben(*saetze, daten, regel);
     alleAnzeigen();
 }
 
 void FrmMüllBearbeiten::alle(Saetze& saetze, const Statusregel& regel) {
-    Gesetzt(saetze).Requery();
+    neuAbfragen(saetze);
     if (saetze->Eof()) return;
     if (alleVerschieben(*saetze, regel)) alleAnzeigen();
 }

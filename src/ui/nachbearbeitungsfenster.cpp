@@ -145,8 +145,14 @@ void Nachbearbeitungsfenster::inTransaktion(const std::function<void()>& schreib
     }
 }
 
+void Nachbearbeitungsfenster::neuAbfragen(Saetze& saetze) {
+    const Malpause pause(this);
+    Gesetzt(saetze).Requery();
+}
+
 void Nachbearbeitungsfenster::einenVerschieben(dao::Recordset& saetze, const Datensteuerung& daten,
                                                const Statusregel& regel) {
+    const Malpause pause(this);
     saetze.FindFirst(BedingungSatz(daten.Fields(QString::fromUtf16(kTempDsn)).alsText()));
     if (!saetze.NoMatch()) inTransaktion([&] { statusSchreiben(saetze, regel); });
 }

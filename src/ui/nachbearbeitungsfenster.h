@@ -60,6 +60,7 @@ class Nachbearbeitungsfenster : public QDialog {
     virtual void handlungBeendet() {}
     bool handelt() const { return handelt_; }
     bool entladen() const { return entladen_; }
+    void neuAbfragen(Saetze& saetze);
     // Moves the record of the grid's current row.
     void einenVerschieben(dao::Recordset& saetze, const Datensteuerung& daten, const Statusregel& regel);
     // Within an action, whose end enables the buttons again. False when the window was unloaded meanwhile.

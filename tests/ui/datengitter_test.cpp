@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <ctime>
 
+#include "base/atempause.h"
 #include "ui/bausteine.h"
 #include "ui/nachbearbeitung.h"
 
@@ -248,6 +249,26 @@ TEST_F(Nachbearbeitung, VieleGruppenLassenNichtWarten) {
     EXPECT_EQ(frm->adoÜbernehmen->RecordCount(), 2);
     messen("zurueck", [&] { rechts(frm->dgdÜbernehmen); });
     EXPECT_EQ(frm->adoÜbernehmen->RecordCount(), 1);
+}
+
+// A query lets the window breathe, in whose middle no row can be read.
+TEST_F(Nachbearbeitung, WasWaehrendEinerAbfrageGemaltWirdIstNichtKaputt) {
+    for (int i = 1000; i < 40000; ++i) zeile(i, i < 1100 ? 12 : 11, i < 1100 ? i : 0, u"Müller", u"Köln");
+    oeffnen();
+    gDatenbank->OpenRecordset(gZielTabelle);
+    zeigen();
+    frm->grab();
+    bool gelesen = false;
+    AtempauseSetzen([&] {
+        for (Datengitter* gitter : alle(*frm)) gitter->viewport()->repaint();
+        gelesen = gelesen || frm->adoAngereichert->text(5, QStringLiteral("Firma")) == u"#Fehler";
+    });
+    rechts(frm->dgdAngereichert);
+    AtempauseSetzen({});
+    EXPECT_TRUE(gelesen);
+    QStringList texte;
+    for (int i = 0; i < 10; ++i) texte << frm->adoAngereichert->text(i, QStringLiteral("Firma"));
+    EXPECT_FALSE(texte.contains(QStringLiteral("#Fehler")));
 }
 
 TEST_F(Nachbearbeitung, DieDatensteuerungHatEinenAktuellenSatz) {
