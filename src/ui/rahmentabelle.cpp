@@ -2,6 +2,7 @@
 #include "ui/rahmentabelle.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <array>
 
 #include "base/text.h"
@@ -70,6 +71,7 @@ RahmenTabelle::RahmenTabelle()
     gitter->setColumnStretch(0, 3);
     gitter->setColumnStretch(1, 2);
 
+    lstTabellen->installEventFilter(this);
     connect(lstTabellen, &QListWidget::itemSelectionChanged, this, [this] {
         if (gewaehlt()) Gesichert([this] { lstTabellen_Click(); });
     });
@@ -77,6 +79,14 @@ RahmenTabelle::RahmenTabelle()
             [this] { Gesichert([this] { cmdTabelleLöschen_Click(); }); });
     connect(cmdTabelleUmbenennen, &QPushButton::clicked, this,
             [this] { Gesichert([this] { cmdTabelleUmbenennen_Click(); }); });
+}
+
+bool RahmenTabelle::eventFilter(QObject*, QEvent* ereignis) {
+    if (ereignis->type() != QEvent::KeyPress || gewaehlt() || !lstTabellen->currentItem()) return false;
+    const int taste = static_cast<QKeyEvent*>(ereignis)->key();
+    if (taste != Qt::Key_Down && taste != Qt::Key_Up) return false;
+    lstTabellen->currentItem()->setSelected(true);
+    return true;
 }
 
 QListWidgetItem* RahmenTabelle::gewaehlt() const {

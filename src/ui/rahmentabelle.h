@@ -19,6 +19,10 @@ class RahmenTabelle : public Rahmen {
     QPushButton* cmdTabelleLöschen;
     QPushButton* cmdTabelleUmbenennen;
 
+  protected:
+    // The first arrow key chooses the row on which the focus stands.
+    bool eventFilter(QObject* ziel, QEvent* ereignis) override;
+
   private:
     // The chosen table; nothing when there is none.
     QListWidgetItem* gewaehlt() const;

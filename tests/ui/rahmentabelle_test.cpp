@@ -166,6 +166,19 @@ TEST_F(Tabellenliste, NenntDieTabellenDerDateiOhneAuswahl) {
     EXPECT_EQ(gVorgang, 0);
 }
 
+TEST_F(Tabellenliste, DieErstePfeiltasteWaehltDieZeileMitDemFokus) {
+    QApplication::setActiveWindow(&haupt());
+    bisTabelle();
+    QListWidget* liste = haupt().rahmenTabelle->lstTabellen;
+    ASSERT_TRUE(liste->hasFocus());
+    EXPECT_TRUE(liste->selectedItems().isEmpty());
+    QTest::keyClick(liste, Qt::Key_Down);
+    EXPECT_TRUE(liste->item(0)->isSelected());
+    EXPECT_EQ(haupt().rahmenTabelle->lblGröße->text(), u"500 Datensätz(e)");
+    QTest::keyClick(liste, Qt::Key_Down);
+    EXPECT_TRUE(liste->item(1)->isSelected());
+}
+
 TEST_F(Tabellenliste, OhneBenutzertabelleIstSieLeer) {
     mitTabellen([] {
         gDatenbank->TableDefs().Delete(QStringLiteral("Adressen"));
