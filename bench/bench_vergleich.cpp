@@ -1,15 +1,13 @@
 // One pass of the search over generated addresses: all pairs of its blocks at speed, and a sample of them by
 // the letter of the rules in the same run.
-#include <QFile>
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <random>
 
 #include "adressliste.h"
 #include "fields/einstellungen.h"
+#include "messwerte.h"
 #include "search/blocksuche.h"
 #include "search/schnell.h"
 
@@ -18,26 +16,6 @@ namespace {
 constexpr int kSchluessellaenge = 2;  // of both passes, as the wizard proposes for the first one
 constexpr double kStichprobe = 2;     // seconds for the pairs by the letter
 constexpr int kMeisteStichproben = 300000;
-
-// Of the processor, so that a busy machine does not count.
-double sekundenSeit(std::clock_t anfang) {
-    return double(std::clock() - anfang) / CLOCKS_PER_SEC;
-}
-
-// A line of /proc/self/status, in MB.
-qint64 speicher(const char* zeile) {
-    QFile datei(QStringLiteral("/proc/self/status"));
-    if (!datei.open(QIODevice::ReadOnly)) return 0;
-    for (const QByteArray& z : datei.readAll().split('\n'))
-        if (z.startsWith(zeile)) return z.simplified().split(' ')[1].toLongLong() / 1024;
-    return 0;
-}
-
-// From here on the high-water mark counts anew.
-void hoechststandLoeschen() {
-    QFile datei(QStringLiteral("/proc/self/clear_refs"));
-    if (datei.open(QIODevice::WriteOnly)) datei.write("5");
-}
 
 struct Durchgang {
     std::vector<Zeile> zeilen;
@@ -103,29 +81,29 @@ QJsonObject schnell(const Durchgang& d, const Vergleichsart& art, float schwelle
         paare += n;
         return true;
     };
-    hoechststandLoeschen();
-    const qint64 vorher = speicher("VmRSS");
+    HoechststandLoeschen();
+    const qint64 vorher = SpeicherMB("VmRSS");
     double laden = 0;
-    const std::clock_t anfang = std::clock();
+    const double anfang = Prozessorsekunden();
     Schnellvergleich vergleich(art.zuordnungen, art.differenzieren, schwelle);
     for (const Suchblock& block : d.bloecke) {
         if (block.paare() == 0) continue;
-        const std::clock_t beginn = std::clock();
+        const double beginn = Prozessorsekunden();
         vergleich.leeren();
         erster = block.erster;
         for (qint64 k = block.erster - 1; k < block.letzter; ++k)
             vergleich.anfuegen(d.zeilen[size_t(k)].data());
-        laden += sekundenSeit(beginn);
+        laden += Prozessorsekunden() - beginn;
         vergleich.vergleichen(empfang);
     }
-    const double sekunden = sekundenSeit(anfang);
+    const double sekunden = Prozessorsekunden() - anfang;
     return {{QStringLiteral("sekunden"), sekunden},
             {QStringLiteral("davonLaden"), laden},
             {QStringLiteral("paare"), paare},
             {QStringLiteral("treffer"), treffer},
             {QStringLiteral("pruefsumme"), QString::number(pruefsumme, 16)},
             {QStringLiteral("millionenJeSekunde"), double(paare) / sekunden / 1e6},
-            {QStringLiteral("speicherMB"), speicher("VmHWM") - vorher}};
+            {QStringLiteral("speicherMB"), SpeicherMB("VmHWM") - vorher}};
 }
 
 // Random pairs of the blocks, weighed as the pass weighs them.
@@ -145,13 +123,13 @@ QJsonObject woertlich(const Durchgang& d, const Vergleichsart& art, float schwel
     std::shuffle(paare.begin(), paare.end(), zufall);
     qint64 verglichen = 0;
     qint64 treffer = 0;
-    const std::clock_t anfang = std::clock();
+    const double anfang = Prozessorsekunden();
     for (const auto& [a, b] : paare) {
-        if (verglichen % 1000 == 999 && sekundenSeit(anfang) > kStichprobe) break;
+        if (verglichen % 1000 == 999 && Prozessorsekunden() - anfang > kStichprobe) break;
         treffer += *vergleicher.vergleichen(d.zeilen[a].data(), d.zeilen[b].data()) >= schwelle;
         ++verglichen;
     }
-    const double sekunden = sekundenSeit(anfang);
+    const double sekunden = Prozessorsekunden() - anfang;
     return {{QStringLiteral("sekunden"), sekunden},
             {QStringLiteral("paare"), verglichen},
             {QStringLiteral("treffer"), treffer},
@@ -169,7 +147,7 @@ void messen(const QString& art, int anzahl, float schwelle, const QString& vergl
                                {QStringLiteral("paare"), d.paare},
                                {QStringLiteral("schnell"), schnell(d, vergleich, schwelle)},
                                {QStringLiteral("woertlich"), woertlich(d, vergleich, schwelle)}};
-    std::puts(QJsonDocument(ergebnis).toJson(QJsonDocument::Compact).constData());
+    Ausgeben(ergebnis);
 }
 
 // The rows with the number of their block in front, for others to compare.

@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Measures the comparing of records and the tools beside it; raw results into bench/ergebnisse/.
+# Measures the whole road, the file formats, the comparing of records, and the tools beside them; raw results into
+# bench/ergebnisse/.
 #   bench/messen.sh [sizes] [thresholds]     defaults "10000 100000 1000000" and "0.73 0.62 0.5"
+# NUR=strasse, dateien or vergleich measures that part alone.
 # LINDGARN_BAUORT names the build folder (default build-bench, made as a release build).
 set -euo pipefail
 hier=$(cd "$(dirname "$0")" && pwd)
@@ -11,7 +13,32 @@ ziel=$hier/ergebnisse
 
 "$hier/../skripte/installieren.sh" messen
 [ -f "$bauort/build.ninja" ] || cmake -G Ninja -S "$hier/.." -B "$bauort" -DCMAKE_BUILD_TYPE=Release >/dev/null
-ninja -C "$bauort" bench_vergleich >/dev/null
+ninja -C "$bauort" bench_strasse bench_dateien bench_vergleich >/dev/null
+nur() { [ -z "${NUR:-}" ] || [ "$NUR" = "$1" ]; }
+
+# The real program on an .mdb, at the default tolerance and the next lower one; the other operations on the middle
+# size.
+strasse_messen() {
+    local programm=$bauort/bin/bench_strasse ordner saetze toleranz vorgang
+    ordner=$(mktemp -d)
+    : >"$ziel/strasse.jsonl"
+    for saetze in $groessen; do
+        "$programm" anlegen "$ordner/vorlage.mdb" "$saetze" 2>/dev/null
+        for toleranz in 1 2; do
+            cp "$ordner/vorlage.mdb" "$ordner/lauf.mdb"
+            "$programm" dubletten "$ordner/lauf.mdb" $toleranz 2>/dev/null | tee -a "$ziel/strasse.jsonl"
+        done
+        [ "$saetze" = 100000 ] || continue
+        for vorgang in muell splitten verschmelzen abgleich; do
+            cp "$ordner/vorlage.mdb" "$ordner/lauf.mdb"
+            "$programm" $vorgang "$ordner/lauf.mdb" 2>/dev/null | tee -a "$ziel/strasse.jsonl"
+        done
+    done
+    rm -rf "$ordner"
+}
+nur strasse && strasse_messen
+nur dateien && "$bauort/bin/bench_dateien" | tee "$ziel/dateien.jsonl"
+nur vergleich || exit 0
 programm=$bauort/bin/bench_vergleich
 
 vergleich=$ziel/vergleich.jsonl

@@ -10,7 +10,7 @@ BAUEN=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl1-mesa-dev libsqlite3
 PRUEFEN=(libgtest-dev libgmock-dev clang-14 libclang-rt-14-dev cmark-gfm appstream
          desktop-file-utils python3-dbfread dbview shapelib python3-xlrd python3-xlwt
          gnumeric libreoffice-calc-nogui)
-MESSEN=(python3-levenshtein)
+MESSEN=(python3-levenshtein python3-xlwt python3-xlrd python3-dbfread dbview catdoc gnumeric mdbtools)
 PAKET=(dpkg-dev cmark-gfm appstream desktop-file-utils man-db lintian devscripts debootstrap)
 ABDECKUNG=(llvm-14)
 STIL=(clang-format-14 clang-tidy-14 black shellcheck)
