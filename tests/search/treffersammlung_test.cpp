@@ -27,6 +27,11 @@ void eintragen(Treffersammlung& sammlung, const Paarliste& paare) {
     for (const auto& paar : paare) sammlung.eintragen(paar.second, paar.first);
 }
 
+TEST(Paarfolge, WidthOfASlice) {
+    const std::pair<qint64, qint64> breiten[] = {{1, 1}, {2, 2}, {10, 6}, {100, 12}, {1000, 18}};
+    for (const auto& [anzahl, breite] : breiten) EXPECT_EQ(breite, Scheibenbreite(anzahl)) << anzahl;
+}
+
 TEST(Treffersammlung, WindowByWindowInTheOrderOfSlicesAndSweeps) {
     for (const qint32 zeilen : {2, 3, 17, 120}) {
         SCOPED_TRACE(zeilen);

@@ -132,6 +132,8 @@ TEST_F(Vergleich, OnlyContactFieldsWithPersonsKeptApart) {
     EXPECT_EQ(0, relevanz({{4, 8}}, {u"einkauf"}, {u"verkauf"}, true));
     EXPECT_EQ(0, relevanz({{4, 8}}, {u"einkauf"}, {u"einkauf"}, true))
         << "60 * 3 names of 150 stay below the gate";
+    EXPECT_EQ(1, relevanz({{4, 8}}, {u"herr hans meyer"}, {u"herr hans meyer"}, true))
+        << "persons that agree open it, and the department's own row is left";
 }
 
 TEST_F(Vergleich, AnUnknownMaskFiresOnlyTheRowsThatHoldAlways) {
