@@ -65,12 +65,21 @@ class Rundgang:
         self.fern.klicken(f"btnAuswahl_{auswahl}")
         self.fern.rahmen(rahmen)
 
+    def verschieben(self, gitter):
+        """Moves the current record, and waits until all lists show it."""
+        stand = self.fern.text("lblStand")
+        self.fern.befehl("maus", objekt=gitter, knopf="rechts", zeile=0)
+        ende = time.monotonic() + 60
+        while self.fern.text("lblStand") == stand:
+            if time.monotonic() > ende:
+                raise TimeoutError("the move of a record does not end")
+
     def nachbearbeitung(self, fenster, name, einzeln=None, alle=None):
         """Starts the run and finishes its review: some records of a grid are moved for the picture, then all by a key."""
         self.fern.klicken("btnWeiter")
         self.fern.warten("fenster", fenster, LAUFZEIT_MS)
         for _ in range(3 if einzeln else 0):
-            self.fern.befehl("maus", objekt=einzeln, knopf="rechts", zeile=0)
+            self.verschieben(einzeln)
         self.bild(name)
         if alle:
             self.fern.klicken(alle)
