@@ -1,8 +1,6 @@
 // Where a value of an enriched record came from.
 #include "ui/herkunft.h"
 
-#include <algorithm>
-
 #include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/nachbearbeitungsabfragen.h"

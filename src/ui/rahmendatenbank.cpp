@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QMimeData>
+#include <QUrl>
 
 #include "base/pfad.h"
 #include "data/datenzugriff.h"

@@ -2,6 +2,7 @@
 // names and with many fields.
 #include "ui/ansicht.h"
 
+#include <QApplication>
 #include <QComboBox>
 #include <QDialog>
 #include <QTimer>

@@ -1,6 +1,7 @@
 // The junk search in the window: its options, its review, the figures of all result frames.
 #include <QTimer>
 
+#include "ui/ansicht.h"
 #include "ui/assistent.h"
 #include "ui/frmmuellbearbeiten.h"
 #include "ui/nachbearbeitungsabfragen.h"
@@ -170,6 +171,21 @@ TEST_F(Muellreview, RechtsklickUndKnoepfeVerschieben) {
     EXPECT_EQ(stand(), u"11 14 14 14");
     for (const QPushButton* knopf : {frm->btnFertig, frm->btnMüll, frm->btnÜbernehmen})
         EXPECT_TRUE(knopf->isEnabled());
+}
+
+TEST_F(Muellreview, SiehtOrdentlichAus) {
+    zeigen();
+    AnsichtPruefen(frm.get(), QStringLiteral("muell"));
+}
+
+TEST_F(Muellreview, NachEinemVerschiebenGehtEsAnDerselbenStelleWeiter) {
+    zeigen();
+    frm->dgdMüll->setCurrentIndex(frm->dgdMüll->model()->index(1, 1));
+    rechts(frm->dgdMüll);
+    EXPECT_EQ(frm->dgdMüll->currentIndex().row(), 1);
+    EXPECT_EQ(frm->adoMüll->Fields(QStringLiteral("TEMP_DSN")).alsText(), u"4");
+    rechts(frm->dgdÜbernehmen);
+    EXPECT_EQ(frm->dgdMüll->currentIndex().row(), 2);
 }
 
 TEST_F(Muellreview, LeereListenTunNichts) {

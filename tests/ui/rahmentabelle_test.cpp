@@ -1,6 +1,8 @@
 // Frames 2 and 3: opening a database; its tables, their details, deleting and renaming.
+#include <QApplication>
 #include <QDragEnterEvent>
 #include <QMimeData>
+#include <QUrl>
 
 #include "ui/assistent.h"
 
