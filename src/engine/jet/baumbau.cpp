@@ -12,6 +12,8 @@
 namespace jet {
 namespace {
 
+constexpr size_t kEintraegeJePause = 4096;
+
 // Neighbours that go on one page: the first one, the one behind the last one.
 struct Gruppe {
     size_t ab = 0;
@@ -84,8 +86,10 @@ class Baumbau {
 
     std::vector<Gruppe> blaetterTeilen() const {
         std::vector<Gruppe> gruppen;
-        for (size_t ab = 0; ab < eintraege_.anzahl(); ab = gruppen.back().bis)
+        for (size_t ab = 0; ab < eintraege_.anzahl(); ab = gruppen.back().bis) {
+            Atempause();
             gruppen.push_back(naechstesBlatt(ab));
+        }
         if (gruppen.empty()) gruppen.push_back({});
         return gruppen;
     }
@@ -182,12 +186,14 @@ class Baumbau {
 
 void laengenPruefen(const Format& format, const Indexeintraege& eintraege, const QString& name) {
     const qsizetype hoechstens = eintragsbytes(format) - (kInnererTrailer - kBlattTrailer);
-    for (size_t i = 0; i < eintraege.anzahl(); ++i)
+    for (size_t i = 0; i < eintraege.anzahl(); ++i) {
+        if (i % kEintraegeJePause == 0) Atempause();
         if (eintraege.eintrag(i).size() > hoechstens)
             throw EngineFehler(
                 kSystemgrenze,
                 u"Ein Datensatz hat für den Index '%1' zu lange Werte. Kürzen Sie die Werte der "
                 "indizierten Felder oder entfernen Sie den Index."_qs.arg(name));
+    }
 }
 
 }  // namespace

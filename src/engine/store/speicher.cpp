@@ -1,11 +1,13 @@
 // The working store.
 #include "engine/store/speicher.h"
 
+#include <QtEndian>
 #include <cassert>
 #include <utility>
 
 #include "base/atempause.h"
 #include "base/fehler.h"
+#include "engine/sort/eintragsliste.h"
 #include "engine/store/invarianten.h"
 
 namespace store {
@@ -28,6 +30,12 @@ QByteArray spaltenliste(const std::vector<int>& spalten, const char* hinterher =
 }
 
 }  // namespace
+
+template <typename Text>
+sqlite3_stmt* Speicher::mitSpalten(Spaltenanweisung& anweisung, const std::vector<int>& spalten, Text text) {
+    if (anweisung.spalten != spalten) anweisung = {spalten, {}};
+    return verbindung_.vorbereitet(anweisung.stelle, text);
+}
 
 Speicher::Speicher() = default;
 Speicher::~Speicher() = default;
@@ -87,7 +95,7 @@ int Speicher::spalteAnhaengen(qint64 nummer, Spaltenart art) {
     const int spalte = int(ziel.arten.size());
     verbindung_.ausfuehren("ALTER TABLE " + tabellenname(nummer) + " ADD COLUMN " + spaltenname(spalte));
     ziel.arten.push_back(art);
-    geschrieben(nummer);
+    geschrieben(ziel);
     invariantenPruefen();
     return spalte;
 }
@@ -96,25 +104,25 @@ qint64 Speicher::zeileAnhaengen(qint64 nummer, const std::vector<int>& spalten,
                                 const std::vector<Wert>& werte) {
     Tabelle& ziel = tabelle(nummer);
     assert(spalten.size() == werte.size());
-    QByteArray platzhalter;
-    for (size_t i = 0; i < spalten.size(); ++i) platzhalter += ",?";
-    sqlite3_stmt* anweisung =
-        verbindung_.vorbereitet("INSERT INTO " + tabellenname(nummer) + " (id" + spaltenliste(spalten) +
-                                ") VALUES (?" + platzhalter + ")");
+    sqlite3_stmt* anweisung = mitSpalten(ziel.anhaengen, spalten, [&] {
+        return "INSERT INTO " + tabellenname(nummer) + " (id" + spaltenliste(spalten) + ") VALUES (?" +
+               QByteArray(",?").repeated(qsizetype(spalten.size())) + ")";
+    });
     const Zuruecksetzer zurueck(anweisung);
     verbindung_.pruefen(sqlite3_bind_int64(anweisung, 1, ziel.naechsteId));
     for (size_t i = 0; i < spalten.size(); ++i)
         verbindung_.pruefen(zelleBinden(anweisung, int(i) + 2, werte[i], ziel.arten[size_t(spalten[i])]));
     verbindung_.schritt(anweisung);
-    geschrieben(nummer);
+    geschrieben(ziel);
     return ziel.naechsteId++;
 }
 
 bool Speicher::zeileLesen(qint64 nummer, const std::vector<int>& spalten, qint64 id,
                           std::vector<Wert>& zeile) {
-    const Tabelle& quelle = tabelle(nummer);
-    sqlite3_stmt* anweisung = verbindung_.vorbereitet("SELECT id" + spaltenliste(spalten) + " FROM " +
-                                                      tabellenname(nummer) + " WHERE id = ?");
+    Tabelle& quelle = tabelle(nummer);
+    sqlite3_stmt* anweisung = mitSpalten(quelle.lesen, spalten, [&] {
+        return "SELECT id" + spaltenliste(spalten) + " FROM " + tabellenname(nummer) + " WHERE id = ?";
+    });
     const Zuruecksetzer zurueck(anweisung);
     verbindung_.pruefen(sqlite3_bind_int64(anweisung, 1, id));
     if (!verbindung_.schritt(anweisung)) return false;
@@ -126,10 +134,11 @@ bool Speicher::zeileLesen(qint64 nummer, const std::vector<int>& spalten, qint64
 
 qint64 Speicher::zeilenLesen(qint64 nummer, const std::vector<int>& spalten, qint64 nachId, int anzahl,
                              std::vector<Wert>& werte) {
-    const Tabelle& quelle = tabelle(nummer);
-    sqlite3_stmt* anweisung =
-        verbindung_.vorbereitet("SELECT id" + spaltenliste(spalten) + " FROM " + tabellenname(nummer) +
-                                " WHERE id > ? ORDER BY id LIMIT ?");
+    Tabelle& quelle = tabelle(nummer);
+    sqlite3_stmt* anweisung = mitSpalten(quelle.folgeLesen, spalten, [&] {
+        return "SELECT id" + spaltenliste(spalten) + " FROM " + tabellenname(nummer) +
+               " WHERE id > ? ORDER BY id LIMIT ?";
+    });
     const Zuruecksetzer zurueck(anweisung);
     verbindung_.pruefen(sqlite3_bind_int64(anweisung, 1, nachId));
     verbindung_.pruefen(sqlite3_bind_int(anweisung, 2, anzahl));
@@ -144,25 +153,28 @@ qint64 Speicher::zeilenLesen(qint64 nummer, const std::vector<int>& spalten, qin
 
 bool Speicher::zeileAendern(qint64 nummer, qint64 id, const std::vector<int>& spalten,
                             const std::vector<Wert>& werte) {
-    const Tabelle& ziel = tabelle(nummer);
+    Tabelle& ziel = tabelle(nummer);
     assert(spalten.size() == werte.size());
-    sqlite3_stmt* anweisung = verbindung_.vorbereitet("UPDATE " + tabellenname(nummer) + " SET id = id" +
-                                                      spaltenliste(spalten, " = ?") + " WHERE id = ?");
+    sqlite3_stmt* anweisung = mitSpalten(ziel.aendern, spalten, [&] {
+        return "UPDATE " + tabellenname(nummer) + " SET id = id" + spaltenliste(spalten, " = ?") +
+               " WHERE id = ?";
+    });
     const Zuruecksetzer zurueck(anweisung);
     for (size_t i = 0; i < spalten.size(); ++i)
         verbindung_.pruefen(zelleBinden(anweisung, int(i) + 1, werte[i], ziel.arten[size_t(spalten[i])]));
     verbindung_.pruefen(sqlite3_bind_int64(anweisung, int(spalten.size()) + 1, id));
     verbindung_.schritt(anweisung);
-    geschrieben(nummer);
+    geschrieben(ziel);
     return verbindung_.geaenderteZeilen() != 0;
 }
 
 void Speicher::zeilenEntfernen(qint64 nummer, const std::vector<qint64>& ids) {
-    tabelle(nummer);
+    Tabelle& ziel = tabelle(nummer);
     Sicherungspunkt punkt(*this);
+    Merkstelle entfernen;
     for (qint64 id : ids) {
-        sqlite3_stmt* anweisung =
-            verbindung_.vorbereitet("DELETE FROM " + tabellenname(nummer) + " WHERE id = ?");
+        sqlite3_stmt* anweisung = verbindung_.vorbereitet(
+            entfernen, [&] { return "DELETE FROM " + tabellenname(nummer) + " WHERE id = ?"; });
         {
             const Zuruecksetzer zurueck(anweisung);
             verbindung_.pruefen(sqlite3_bind_int64(anweisung, 1, id));
@@ -170,7 +182,7 @@ void Speicher::zeilenEntfernen(qint64 nummer, const std::vector<qint64>& ids) {
         }
         Atempause();
     }
-    geschrieben(nummer);
+    geschrieben(ziel);
     punkt.behalten();
 }
 
@@ -192,16 +204,34 @@ void Speicher::suchbarMachen(const Auswahl& auswahl) {
 std::vector<qint64> Speicher::auswaehlen(const Auswahl& auswahl) {
     tabelle(auswahl.tabelle);
     suchbarMachen(auswahl);
-    QByteArray text = "SELECT id FROM " + tabellenname(auswahl.tabelle);
+    QByteArray text = "SELECT id" + spaltenliste(auswahl.ordnung) + " FROM " + tabellenname(auswahl.tabelle);
     if (!auswahl.bedingung.isEmpty()) text += " WHERE " + auswahl.bedingung;
-    text += " ORDER BY ";
-    for (int spalte : auswahl.ordnung) text += "schluessel(" + spaltenname(spalte) + "),";
-    sqlite3_stmt* anweisung = verbindung_.vorbereitet(text + "id");
+    sqlite3_stmt* anweisung = verbindung_.vorbereitet(text + " ORDER BY id");
+    std::vector<qint64> ids;
     const Zuruecksetzer zurueck(anweisung);
     const Verbindung::Atmend atmend(verbindung_);
-    std::vector<qint64> ids;
-    while (verbindung_.schritt(anweisung)) ids.push_back(sqlite3_column_int64(anweisung, 0));
+    if (auswahl.ordnung.empty())
+        while (verbindung_.schritt(anweisung)) ids.push_back(sqlite3_column_int64(anweisung, 0));
+    else
+        geordnetSammeln(anweisung, int(auswahl.ordnung.size()), ids);
     return ids;
+}
+
+// The id stands behind the keys of the columns, so that rows with equal ones stay in its order.
+void Speicher::geordnetSammeln(sqlite3_stmt* anweisung, int spalten, std::vector<qint64>& ids) {
+    sort::Eintragsliste liste;
+    QByteArray schluessel;
+    while (verbindung_.schritt(anweisung)) {
+        schluessel.resize(0);
+        for (int spalte = 1; spalte <= spalten; ++spalte)
+            sortSchluesselAnhaengen(schluessel, anweisung, spalte);
+        const qint64 id = qToBigEndian(sqlite3_column_int64(anweisung, 0));
+        liste.aufnehmen(schluessel, QByteArrayView(reinterpret_cast<const char*>(&id), sizeof id));
+    }
+    liste.sortieren();
+    ids.reserve(liste.anzahl());
+    for (size_t i = 0; i < liste.anzahl(); ++i)
+        ids.push_back(qFromBigEndian<qint64>(liste[i].last(sizeof(qint64)).data()));
 }
 
 qint64 Speicher::groessteZahl(qint64 nummer, int spalte) {

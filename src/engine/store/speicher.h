@@ -57,8 +57,9 @@ class Speicher {
     // All or none.
     void zeilenEntfernen(qint64 tabelle, const std::vector<qint64>& ids);
 
-    // The ids of the rows that meet the condition. Lets the window breathe. The first selection by a column
-    // of a large table gives it an index, unless a transaction is open.
+    // The ids of the rows that meet the condition, texts in the General order, Null in front. Lets the window
+    // breathe. The first selection by a column of a large table gives it an index, unless a transaction is
+    // open.
     std::vector<qint64> auswaehlen(const Auswahl& auswahl);
     // The greatest whole number of a column, 0 for an empty one.
     qint64 groessteZahl(qint64 tabelle, int spalte);
@@ -89,16 +90,25 @@ class Speicher {
     void hoechstensSeiten(int anzahl) { verbindung_.hoechstensSeiten(anzahl); }
 
   private:
+    // A statement of a table, and the columns that it names.
+    struct Spaltenanweisung {
+        std::vector<int> spalten;
+        Merkstelle stelle;
+    };
     struct Tabelle {
         std::vector<Spaltenart> arten;
         qint64 naechsteId = 1;
         quint64 stand = 0;
         bool vorhanden = false;  // a removed one is remembered, since a transaction may bring it back
+        Spaltenanweisung anhaengen{}, lesen{}, folgeLesen{}, aendern{};
     };
     using Verzeichnis = std::map<qint64, std::vector<Spaltenart>>;
 
     Tabelle& tabelle(qint64 nummer);
-    void geschrieben(qint64 nummer) { tabelle(nummer).stand = ++letzterStand_; }
+    void geschrieben(Tabelle& tabelle) { tabelle.stand = ++letzterStand_; }
+    template <typename Text>
+    sqlite3_stmt* mitSpalten(Spaltenanweisung& anweisung, const std::vector<int>& spalten, Text text);
+    void geordnetSammeln(sqlite3_stmt* anweisung, int spalten, std::vector<qint64>& ids);
     Verzeichnis verzeichnis() const;
     void verzeichnisSetzen(const Verzeichnis& vorher);
     void transaktionPruefen() const;

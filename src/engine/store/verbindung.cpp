@@ -50,13 +50,18 @@ Verbindung::~Verbindung() {
 void Verbindung::anweisungenVergessen() {
     for (const auto& [text, anweisung] : anweisungen_) sqlite3_finalize(anweisung);
     anweisungen_.clear();
+    ++runde_;
 }
 
-sqlite3_stmt* Verbindung::vorbereitet(const QByteArray& text) {
+void Verbindung::freiVerlangen() const {
     if (inDerPause_)
         throw EngineFehler(kDateifehler,
                            QStringLiteral("Die Datenbank ist gerade beschäftigt. Warten Sie, bis der "
                                           "laufende Vorgang beendet ist."));
+}
+
+sqlite3_stmt* Verbindung::vorbereitet(const QByteArray& text) {
+    freiVerlangen();
     std::string schluessel = text.toStdString();
     const auto fund = anweisungen_.find(schluessel);
     if (fund != anweisungen_.end()) return fund->second;

@@ -5,9 +5,17 @@
 
 #include <QByteArray>
 #include <exception>
+#include <string>
 #include <unordered_map>
 
 namespace store {
+
+// Where somebody keeps a statement that runs again and again, so that its text is not put together anew.
+class Merkstelle {
+    friend class Verbindung;
+    sqlite3_stmt* anweisung_ = nullptr;
+    quint64 runde_ = 0;
+};
 
 class Verbindung {
   public:
@@ -20,6 +28,16 @@ class Verbindung {
 
     // A prepared statement for the text; kept for the next call with the same text.
     sqlite3_stmt* vorbereitet(const QByteArray& text);
+    // The statement of the place; `text()` gives its text when the place has none.
+    template <typename Text>
+    sqlite3_stmt* vorbereitet(Merkstelle& stelle, Text text) {
+        freiVerlangen();
+        if (stelle.runde_ != runde_) {
+            stelle.anweisung_ = vorbereitet(text());
+            stelle.runde_ = runde_;
+        }
+        return stelle.anweisung_;
+    }
     // Runs a text without results.
     void ausfuehren(const QByteArray& text);
     // One step; true while there is a row. Raises EngineFehler.
@@ -51,10 +69,12 @@ class Verbindung {
   private:
     static int atmen(void* selbst);
     [[noreturn]] void melden(int code);
+    void freiVerlangen() const;
     void anweisungenVergessen();
 
     sqlite3* datenbank_ = nullptr;
     std::unordered_map<std::string, sqlite3_stmt*> anweisungen_;
+    quint64 runde_ = 1;               // of the statements: another one once they were forgotten
     std::exception_ptr ausDerPause_;  // what the hook threw; it must not cross the store's own frames
     bool inDerPause_ = false;
 };

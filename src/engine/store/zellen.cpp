@@ -2,10 +2,10 @@
 #include "engine/store/zellen.h"
 
 #include <QRegularExpression>
+#include <QtEndian>
 #include <array>
 #include <cmath>
 #include <cstring>
-#include <exception>
 
 #include "engine/sort/general.h"
 #include "engine/typen.h"
@@ -150,37 +150,66 @@ QByteArray dezimalSchluessel(const Dezimal& d) {
     return schluessel;
 }
 
-void bytesErgeben(sqlite3_context* kontext, const QByteArray& bytes) {
-    sqlite3_result_blob64(kontext, bytes.constData(), sqlite3_uint64(bytes.size()), SQLITE_TRANSIENT);
-}
-
 QByteArrayView bytesVon(sqlite3_value* zelle) {
     const void* anfang = sqlite3_value_blob(zelle);
     return {static_cast<const char*>(anfang), sqlite3_value_bytes(zelle)};
 }
 
-void schluesselErgeben(sqlite3_context* kontext, sqlite3_value* zelle) {
-    const int form = sqlite3_value_type(zelle);
-    if (form == SQLITE_TEXT) {
-        const auto* zeichen = static_cast<const char16_t*>(sqlite3_value_text16(zelle));
-        bytesErgeben(kontext, sort::sortSchluessel(QStringView(zeichen, sqlite3_value_bytes16(zelle) / 2)));
-        return;
+// What the first byte of a cell's part of a sort key says.
+enum Schluesselart : char { kOhneWert = 0, kZahl = 1, kBytes = 2 };
+
+// So that parts of any length can stand one behind the other: a 00 is followed by FF, the end is 00 00.
+void bytesAnhaengen(QByteArray& ziel, QByteArrayView bytes) {
+    ziel.append(kBytes);
+    const char* ab = bytes.data();
+    const char* const ende = ab + bytes.size();
+    while (const void* null = ab == ende ? nullptr : std::memchr(ab, 0, size_t(ende - ab))) {
+        const char* const dahinter = static_cast<const char*>(null) + 1;
+        ziel.append(ab, dahinter - ab).append('\xFF');
+        ab = dahinter;
     }
-    if (form == SQLITE_BLOB) {
-        const Wert wert = ausMarkiertem(bytesVon(zelle));
-        if (wert.istText()) return bytesErgeben(kontext, sort::sortSchluessel(wert.text()));
-        if (wert.art() == Wert::Art::Dezimal) return bytesErgeben(kontext, dezimalSchluessel(wert.dezimal()));
-    }
-    sqlite3_result_value(kontext, zelle);
+    ziel.append(ab, ende - ab).append("\0\0", 2);
 }
 
-void schluesselFunktion(sqlite3_context* kontext, int, sqlite3_value** argumente) {
-    // No exception may cross the store's frames.
-    try {
-        schluesselErgeben(kontext, argumente[0]);
-    } catch (const std::exception&) {
-        sqlite3_result_error_nomem(kontext);
-    }
+template <typename Zahl>
+void hoechstesZuerst(QByteArray& ziel, Zahl zahl) {
+    const Zahl bytes = qToBigEndian(zahl);
+    ziel.append(reinterpret_cast<const char*>(&bytes), sizeof bytes);
+}
+
+// Whole and floating numbers compare by their value: the nearest double decides, then what a whole number
+// lies above it.
+void zahlAnhaengen(QByteArray& ziel, double zahl, qint64 darueber) {
+    constexpr quint64 kOberstesBit = quint64(1) << 63;
+    quint64 bits;
+    zahl += 0.0;  // both zeros are one
+    std::memcpy(&bits, &zahl, sizeof bits);
+    bits = bits & kOberstesBit ? ~bits : bits | kOberstesBit;
+    ziel.append(kZahl);
+    hoechstesZuerst(ziel, bits);
+    hoechstesZuerst(ziel, quint64(darueber) ^ kOberstesBit);
+}
+
+void ganzzahlAnhaengen(QByteArray& ziel, qint64 zahl) {
+    const double nahe = double(zahl);
+    zahlAnhaengen(ziel, nahe, qint64(__int128(zahl) - __int128(nahe)));
+}
+
+void markiertenAnhaengen(QByteArray& ziel, QByteArrayView zelle) {
+    const Wert wert = ausMarkiertem(zelle);
+    if (wert.istText()) return bytesAnhaengen(ziel, sort::sortSchluessel(wert.text()));
+    if (wert.art() == Wert::Art::Dezimal) return bytesAnhaengen(ziel, dezimalSchluessel(wert.dezimal()));
+    bytesAnhaengen(ziel, zelle);
+}
+
+QStringView textVon(sqlite3_stmt* anweisung, int spalte) {
+    const auto* zeichen = static_cast<const char16_t*>(sqlite3_column_text16(anweisung, spalte));
+    return QStringView(zeichen, sqlite3_column_bytes16(anweisung, spalte) / 2);
+}
+
+QByteArrayView bytesVon(sqlite3_stmt* anweisung, int spalte) {
+    const auto* bytes = static_cast<const char*>(sqlite3_column_blob(anweisung, spalte));
+    return QByteArrayView(bytes, sqlite3_column_bytes(anweisung, spalte));
 }
 
 void zahlFunktion(sqlite3_context* kontext, int, sqlite3_value** argumente) {
@@ -263,24 +292,32 @@ Wert zelleLesen(sqlite3_stmt* anweisung, int spalte, Spaltenart art) {
             const double zahl = sqlite3_column_double(anweisung, spalte);
             return art == Spaltenart::DatumZeit ? Wert(DatumZeit{zahl}) : Wert(zahl);
         }
-        case SQLITE_TEXT: {
-            const auto* zeichen = static_cast<const QChar*>(sqlite3_column_text16(anweisung, spalte));
-            return Wert(QString(zeichen, sqlite3_column_bytes16(anweisung, spalte) / 2));
-        }
-        case SQLITE_BLOB: {
-            const auto* bytes = static_cast<const char*>(sqlite3_column_blob(anweisung, spalte));
-            return ausMarkiertem(QByteArrayView(bytes, sqlite3_column_bytes(anweisung, spalte)));
-        }
+        case SQLITE_TEXT:
+            return Wert(textVon(anweisung, spalte).toString());
+        case SQLITE_BLOB:
+            return ausMarkiertem(bytesVon(anweisung, spalte));
         default:
             return Wert::null();
     }
 }
 
+void sortSchluesselAnhaengen(QByteArray& ziel, sqlite3_stmt* anweisung, int spalte) {
+    switch (sqlite3_column_type(anweisung, spalte)) {
+        case SQLITE_INTEGER:
+            return ganzzahlAnhaengen(ziel, sqlite3_column_int64(anweisung, spalte));
+        case SQLITE_FLOAT:
+            return zahlAnhaengen(ziel, sqlite3_column_double(anweisung, spalte), 0);
+        case SQLITE_TEXT:
+            return bytesAnhaengen(ziel, sort::sortSchluessel(textVon(anweisung, spalte)));
+        case SQLITE_BLOB:
+            return markiertenAnhaengen(ziel, bytesVon(anweisung, spalte));
+        default:
+            ziel.append(kOhneWert);
+    }
+}
+
 int funktionenAnmelden(sqlite3* datenbank) {
     constexpr int kRein = SQLITE_UTF16LE | SQLITE_DETERMINISTIC;
-    const int code = sqlite3_create_function_v2(datenbank, "schluessel", 1, kRein, nullptr,
-                                                schluesselFunktion, nullptr, nullptr, nullptr);
-    if (code != SQLITE_OK) return code;
     return sqlite3_create_function_v2(datenbank, "zahl", 2, kRein, nullptr, zahlFunktion, nullptr, nullptr,
                                       nullptr);
 }

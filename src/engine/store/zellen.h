@@ -24,8 +24,11 @@ int zelleBinden(sqlite3_stmt* anweisung, int nummer, const Wert& wert, Spaltenar
 // The value of result column `spalte` (from 0).
 Wert zelleLesen(sqlite3_stmt* anweisung, int spalte, Spaltenart art);
 
-// Makes two functions known to the store: `schluessel(zelle)`, whose results sort as the values do (text by
-// the General order, Null first), and `zahl(zelle, art)`, the value as a floating number.
+// Appends the key of result column `spalte` (from 0): keys compare as unsigned bytes as the values sort, Null
+// first, then numbers, text by the General order; keys of several columns may stand one behind the other.
+void sortSchluesselAnhaengen(QByteArray& ziel, sqlite3_stmt* anweisung, int spalte);
+
+// Makes a function known to the store: `zahl(zelle, art)`, the value as a floating number.
 int funktionenAnmelden(sqlite3* datenbank);
 
 // "cell of column `spalte` equals `zahl`" in the store's language, for a column of a kind that holds numbers.

@@ -142,6 +142,10 @@ TEST(ZellenTest, OrdnungJederSpaltenart) {
         {Spaltenart::Wahrheit, {Wert(false), Wert(true), Wert::null()}, {3, 2, 1}},
         {Spaltenart::Ganzzahl, {Wert(10), Wert(9), Wert(-1), Wert::null(), Wert(9)}, {4, 3, 2, 5, 1}},
         {Spaltenart::Gleitzahl, {Wert(1.5), Wert(-0.5), Wert(1), Wert(1e300)}, {2, 3, 1, 4}},
+        // Beyond 2^53 whole numbers stand between two floating ones.
+        {Spaltenart::Gleitzahl,
+         {Wert(qint64(9007199254740993)), Wert(9007199254740992.0), Wert(9007199254740994.0)},
+         {2, 1, 3}},
         {Spaltenart::Waehrung, {Wert(Waehrung{20000}), Wert(Waehrung{-5}), Wert(Waehrung{10000})}, {2, 3, 1}},
         {Spaltenart::DatumZeit,
          {Wert(DatumZeit{37000.75}), Wert(DatumZeit{37000.25}), Wert(DatumZeit{-3})},
