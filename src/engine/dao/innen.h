@@ -96,6 +96,9 @@ struct Recordset::Zustand {
     std::vector<Wert> zeile;  // the current record as last read
     qint64 zeileId = 0;
     quint64 zeileStand = 0;
+    std::vector<Wert> voraus;  // records behind it that were read with it, and the id of the first one
+    qint64 vorausId = 0;
+    quint64 vorausStand = 0;
 
     Zustand() = default;
     Zustand(const Zustand&) = delete;
@@ -108,7 +111,16 @@ struct Recordset::Zustand {
     void entwurfFallenlassen();
     void bewegen(qint64 anzahl);
     qint64 aktuelleId() const;
+    // Behind the last one of at most so many records from the current one on.
+    qint64 bis(qint64 weite) const;
+    // The store's columns of these records; goes behind them.
+    std::vector<Wert> abholen(qint64 weite, const std::vector<int>& gefragte);
+    bool inNaturfolge(qint64 ziel) const;
+    std::vector<Wert> einzelnAbholen(qint64 ziel, const std::vector<int>& gefragte) const;
+    std::vector<Wert> reiheAbholen(qint64 ziel, const std::vector<int>& gefragte) const;
     const std::vector<Wert>& aktuelleZeile();
+    bool ausVorausgelesenen(qint64 id, quint64 jetzt);
+    void vorauslesen(qint64 id, quint64 jetzt);
     void zaehlerSetzen();
     void zaehlerNachfuehren();
     void zaehlerVerlangen() const;

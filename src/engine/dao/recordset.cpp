@@ -2,6 +2,7 @@
 #include "engine/dao/recordset.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 
 #include "base/atempause.h"
@@ -15,6 +16,8 @@ namespace dao {
 namespace {
 
 constexpr int kDatensatzGeloescht = 3167;  // record is deleted
+constexpr qint64 kReihe = 256;             // records fetched at once
+constexpr qint64 kVoraus = 64;             // and while somebody goes from one to the next
 
 [[noreturn]] void keinDatensatz() {
     throw EngineFehler(kKeinDatensatz, QStringLiteral("Kein aktueller Datensatz."));
@@ -74,11 +77,37 @@ const std::vector<Wert>& Recordset::Zustand::aktuelleZeile() {
     const qint64 id = aktuelleId();
     const quint64 jetzt = kern->speicher.stand(auswahl.tabelle);
     if (id == zeileId && jetzt == zeileStand) return zeile;
+    const bool derNaechste = id == zeileId + 1 && jetzt == zeileStand;
     zeileId = 0;
-    if (!kern->speicher.zeileLesen(auswahl.tabelle, spalten, id, zeile)) datensatzGeloescht();
+    if (derNaechste) vorauslesen(id, jetzt);
+    if (!ausVorausgelesenen(id, jetzt) && !kern->speicher.zeileLesen(auswahl.tabelle, spalten, id, zeile))
+        datensatzGeloescht();
     zeileId = id;
     zeileStand = jetzt;
     return zeile;
+}
+
+bool Recordset::Zustand::ausVorausgelesenen(qint64 id, quint64 jetzt) {
+    const size_t breite = spalten.size();
+    const qint64 stelle = id - vorausId;
+    if (jetzt != vorausStand || stelle < 0 || size_t(stelle) * breite >= voraus.size()) return false;
+    const auto anfang = voraus.begin() + std::ptrdiff_t(size_t(stelle) * breite);
+    zeile.assign(anfang, anfang + std::ptrdiff_t(breite));
+    return true;
+}
+
+// For who goes from record to record while nobody writes.
+void Recordset::Zustand::vorauslesen(qint64 id, quint64 jetzt) {
+    if (jetzt == vorausStand && id >= vorausId && size_t(id - vorausId) * spalten.size() < voraus.size())
+        return;
+    const qint64 ziel = std::min(stand.stelle + kVoraus, anzahl());
+    if (!inNaturfolge(ziel)) return;
+    vorausStand = 0;
+    const qint64 letzte =
+        kern->speicher.zeilenLesen(auswahl.tabelle, spalten, id - 1, int(ziel - stand.stelle), voraus);
+    if (letzte != id + ziel - stand.stelle - 1) return;
+    vorausId = id;
+    vorausStand = jetzt;
 }
 
 // The engine's own number is there as soon as the new record is, and counts as given out.
@@ -267,22 +296,73 @@ void Recordset::Update() {
     z.entwurfFallenlassen();
 }
 
-Block Recordset::GetRows(qint64 anzahl) {
-    Zustand& z = offen();
-    if (z.stand.stelle < 0) keinDatensatz();
-    z.entwurfFallenlassen();
-    const qint64 bis = z.stand.stelle + std::clamp<qint64>(anzahl, 0, z.anzahl() - z.stand.stelle);
+qint64 Recordset::Zustand::bis(qint64 weite) const {
+    if (stand.stelle < 0) keinDatensatz();
+    return stand.stelle + std::clamp<qint64>(weite, 0, anzahl() - stand.stelle);
+}
+
+// Whether the records up to `ziel` stand one behind the other in the table.
+bool Recordset::Zustand::inNaturfolge(qint64 ziel) const {
+    const auto anfang = stand.schluessel.begin() + stand.stelle;
+    const auto ende = stand.schluessel.begin() + ziel;
+    return std::adjacent_find(anfang, ende, [](qint64 a, qint64 b) { return b != a + 1; }) == ende;
+}
+
+std::vector<Wert> Recordset::Zustand::einzelnAbholen(qint64 ziel, const std::vector<int>& gefragte) const {
     std::vector<Wert> werte;
-    werte.reserve(size_t(bis - z.stand.stelle) * z.felder.size());
-    qint64 stelle = z.stand.stelle;
-    for (std::vector<Wert> zeile; stelle < bis; ++stelle) {
-        const qint64 id = z.stand.schluessel[size_t(stelle)];
-        if (!z.kern->speicher.zeileLesen(z.auswahl.tabelle, z.spalten, id, zeile)) datensatzGeloescht();
-        for (int platz : z.platz) werte.push_back(zeile[size_t(platz)]);
+    werte.reserve(size_t(ziel - stand.stelle) * gefragte.size());
+    std::vector<Wert> teil;
+    for (qint64 stelle = stand.stelle; stelle < ziel; ++stelle) {
+        if (!kern->speicher.zeileLesen(auswahl.tabelle, gefragte, stand.schluessel[size_t(stelle)], teil))
+            datensatzGeloescht();
+        std::move(teil.begin(), teil.end(), std::back_inserter(werte));
         Atempause();
     }
-    z.stand.stelle = bis;
-    return Block(int(z.felder.size()), std::move(werte));
+    return werte;
+}
+
+std::vector<Wert> Recordset::Zustand::reiheAbholen(qint64 ziel, const std::vector<int>& gefragte) const {
+    std::vector<Wert> werte;
+    werte.reserve(size_t(ziel - stand.stelle) * gefragte.size());
+    std::vector<Wert> teil;
+    for (qint64 stelle = stand.stelle; stelle < ziel;) {
+        const qint64 erste = stand.schluessel[size_t(stelle)];
+        const int anzahl = int(std::min(ziel - stelle, kReihe));
+        const qint64 letzte = kern->speicher.zeilenLesen(auswahl.tabelle, gefragte, erste - 1, anzahl, teil);
+        if (letzte != erste + anzahl - 1) datensatzGeloescht();
+        std::move(teil.begin(), teil.end(), std::back_inserter(werte));
+        stelle += anzahl;
+        Atempause();
+    }
+    return werte;
+}
+
+std::vector<Wert> Recordset::Zustand::abholen(qint64 weite, const std::vector<int>& gefragte) {
+    const qint64 ziel = bis(weite);
+    entwurfFallenlassen();
+    std::vector<Wert> werte =
+        inNaturfolge(ziel) ? reiheAbholen(ziel, gefragte) : einzelnAbholen(ziel, gefragte);
+    stand.stelle = ziel;
+    return werte;
+}
+
+Block Recordset::GetRows(qint64 anzahl) {
+    Zustand& z = offen();
+    std::vector<int> gefragte;
+    for (const int platz : z.platz) gefragte.push_back(z.spalten[size_t(platz)]);
+    return Block(int(z.felder.size()), z.abholen(anzahl, gefragte));
+}
+
+std::vector<Wert> Recordset::GetColumn(int position, qint64 anzahl) {
+    Zustand& z = offen();
+    if (position < 0 || position >= FieldsCount()) unbekannterName(QString::number(position));
+    return z.abholen(anzahl, {z.spalten[size_t(z.platz[size_t(position)])]});
+}
+
+std::vector<qint64> Recordset::Bookmarks(qint64 anzahl) const {
+    const Zustand& z = offen();
+    const auto anfang = z.stand.schluessel.begin();
+    return {anfang + z.stand.stelle, anfang + z.bis(anzahl)};
 }
 
 void Recordset::FindFirst(const QString& bedingung) {

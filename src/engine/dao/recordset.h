@@ -90,6 +90,11 @@ class Recordset {
     // At most `anzahl` rows from the current record on, none at EOF; the recordset then stands behind the
     // last one read.
     Block GetRows(qint64 anzahl);
+    // The same of one field alone, by its position from 0.
+    std::vector<Wert> GetColumn(int position, qint64 anzahl);
+    // A number from 1 for each of at most `anzahl` records from the current record on, without a move: the
+    // same for a record in all recordsets over its table, and never that of another one.
+    std::vector<qint64> Bookmarks(qint64 anzahl) const;
     // The first record that meets "[field] = number"; without a match the current record stays and NoMatch is
     // True.
     void FindFirst(const QString& bedingung);
