@@ -151,12 +151,30 @@ void Zeilenpruefung::indexeErwarten(Zeilenort ort, const Zeilenteile& teile) {
 
 }  // namespace
 
+// Eight bytes at a time; the sum of many such hashes hardly agrees by chance.
+static quint64 streuwert(QByteArrayView bytes, quint64 anfang) {
+    constexpr quint64 kFaktor = 0x9E3779B97F4A7C15u;
+    const auto mischen = [](quint64 zahl) {
+        zahl *= kFaktor;
+        return zahl ^ zahl >> 32;
+    };
+    quint64 summe = mischen(anfang + quint64(bytes.size()));
+    qsizetype ab = 0;
+    quint64 acht = 0;
+    for (; ab + 8 <= bytes.size(); ab += 8) {
+        std::memcpy(&acht, bytes.data() + ab, 8);
+        summe = mischen(summe ^ acht);
+    }
+    acht = 0;
+    if (ab < bytes.size()) std::memcpy(&acht, bytes.data() + ab, size_t(bytes.size() - ab));
+    return mischen(mischen(summe ^ acht));
+}
+
 void Eintragssumme::hinzufuegen(Zeilenort ort, QByteArrayView schluesselbytes) {
-    const quint32 wert = zeilenortWert(ort);
-    const size_t ortshash = qHashBits(&wert, sizeof wert, 1);
+    const quint64 ortshash = streuwert({}, zeilenortWert(ort));
     ++anzahl;
     orte += ortshash;
-    schluessel += qHashBits(schluesselbytes.data(), size_t(schluesselbytes.size()), ortshash);
+    schluessel += streuwert(schluesselbytes, ortshash);
 }
 
 std::vector<Slot> datenseitePruefen(Lauf& lauf, quint32 nummer, const QByteArray& seite) {

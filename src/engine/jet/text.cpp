@@ -29,6 +29,7 @@ QString ausUtf16(QByteArrayView bytes) {
 
 // Behind FF FE: one byte a character until a byte 0, then UTF-16 until a byte 0 where a pair would start.
 QString ausKomprimiert(QByteArrayView bytes) {
+    if (!bytes.contains('\0')) return QString::fromLatin1(bytes);
     QString text;
     text.reserve(bytes.size());
     bool einzeln = true;
