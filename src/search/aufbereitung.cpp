@@ -1,6 +1,8 @@
 // Preparing values, one rule a kind.
 #include "search/aufbereitung.h"
 
+#include <QStringList>
+
 #include "base/text.h"
 #include "fields/parser.h"
 
@@ -23,10 +25,10 @@ bool istZiffer(QChar c) {
 
 // The order is the rule: each removal sees what the ones before it left.
 QString strassenwoerterEntfernen(QString text) {
-    static const char16_t* const woerter[] = {u"weg",   u"gasse", u"strasse", u"str", u"chaussee", u"allee",
-                                              u"platz", u"ring",  u"der",     u"dem", u"den",      u"auf",
-                                              u"am",    u"an",    u"zum",     u"zu",  u"im",       u"in"};
-    for (const char16_t* wort : woerter) text = TextEntfernen(text, QString::fromUtf16(wort));
+    static const QStringList woerter =
+        QStringLiteral("weg gasse strasse str chaussee allee platz ring der dem den auf am an zum zu im in")
+            .split(u' ');
+    for (const QString& wort : woerter) text = TextEntfernen(text, wort);
     return text;
 }
 
@@ -109,9 +111,11 @@ Aufbereitung fuerInternet(int maske) {
 
 QString TextNormalisieren(const Wert& wert) {
     if (wert.istLeerOderNull()) return {};
+    const QString text = Kleinschrift(wert);
     QString ergebnis;
+    ergebnis.reserve(text.size());
     bool luecke = false;
-    for (const QChar c : Kleinschrift(wert)) {
+    for (const QChar c : text) {
         if (!bleibtStehen(c)) {
             luecke = true;
             continue;

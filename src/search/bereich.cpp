@@ -6,6 +6,7 @@
 #include "run/fenster.h"
 #include "run/zustand.h"
 #include "search/blocksuche.h"
+#include "search/naturfolge.h"
 #include "search/paarfolge.h"
 #include "search/suchlauf.h"
 #include "search/suchzustand.h"
@@ -135,20 +136,81 @@ void Bereichsvergleich::BereichVergleichen(qint64 erster, qint64 letzter) {
         [] { gFehler = true; });
 }
 
+// What it leaves out for some reason is taken in when a block needs it.
+bool Bereichsvergleich::SaetzeAufnehmen(Schritte& s) {
+    if (aufgenommen_ || !schnell_.moeglich()) return true;
+    aufgenommen_ = true;
+    rundeBeginnen();
+    return ArbeitstabelleDurchgehen(s, [&](dao::Recordset& saetze, const std::vector<qint64>& merkzeichen) {
+        dao::Block block;
+        s.tu([&] { block = saetze.GetRows(qint64(merkzeichen.size())); });
+        if (size_t(block.zeilen()) != merkzeichen.size()) return false;
+        for (int zeile = 0; zeile < block.zeilen(); ++zeile)
+            if (!satzAufnehmen(block, zeile, merkzeichen[size_t(zeile)])) return false;
+        return !schnell_.voll();
+    });
+}
+
+// Empties the block, and with it what was taken in when it has become too much.
+void Bereichsvergleich::rundeBeginnen() {
+    schnell_.leeren();
+    if (runde_ == schnell_.runde()) return;
+    aufgenommene_.clear();
+    satznummern_.clear();
+    runde_ = schnell_.runde();
+}
+
+std::optional<qint32> Bereichsvergleich::satzAufnehmen(const dao::Block& block, int zeile,
+                                                       qint64 merkzeichen) {
+    const std::optional<qint32> nummer = schnell_.aufnehmen(zeileVon(block, zeile));
+    if (!nummer) return {};
+    if (size_t(merkzeichen) >= aufgenommene_.size()) aufgenommene_.resize(size_t(merkzeichen) + 1, -1);
+    aufgenommene_[size_t(merkzeichen)] = *nummer;
+    satznummern_.push_back(satznummer(block, zeile));
+    return nummer;
+}
+
 // False when the user stopped, or when the block has to be compared by the letter.
 bool Bereichsvergleich::zeilenLaden(Schritte& s, qint64 erster, qint64 letzter) {
-    schnell_.leeren();
-    satznummern_.clear();
+    rundeBeginnen();
+    block_.clear();
     gehenZu(s, gArbeitsDaten, gArbeitsPosition, erster);
     while (gArbeitsPosition <= letzter) {
-        const dao::Block block = zeilenHolen(s, gArbeitsDaten, gArbeitsPosition,
-                                             std::min(kPortion, letzter - gArbeitsPosition + 1));
-        for (int zeile = 0; zeile < block.zeilen(); ++zeile) {
-            if (!schnell_.anfuegen(zeileVon(block, zeile))) return false;
-            satznummern_.push_back(satznummer(block, zeile));
-        }
+        if (!portionLaden(s, std::min(kPortion, letzter - gArbeitsPosition + 1))) return false;
         DoEvents();
         if (gAbbruch) return false;
+    }
+    return true;
+}
+
+bool Bereichsvergleich::portionLaden(Schritte& s, qint64 anzahl) {
+    std::vector<qint64> merkzeichen;
+    s.tu([&] { merkzeichen = Gesetzt(gArbeitsDaten).Bookmarks(anzahl); });
+    if (!bekanntePortion(merkzeichen)) return neuePortion(s, anzahl, merkzeichen);
+    gehenZu(s, gArbeitsDaten, gArbeitsPosition, gArbeitsPosition + anzahl);
+    return true;
+}
+
+// The rows from an earlier block or pass. False when one of them has not been met before.
+bool Bereichsvergleich::bekanntePortion(const std::vector<qint64>& merkzeichen) {
+    for (const qint64 m : merkzeichen)
+        if (size_t(m) >= aufgenommene_.size() || aufgenommene_[size_t(m)] < 0) return false;
+    for (const qint64 m : merkzeichen) {
+        const qint32 nummer = aufgenommene_[size_t(m)];
+        schnell_.anfuegen(nummer);
+        block_.push_back(satznummern_[size_t(nummer)]);
+    }
+    return !merkzeichen.empty();
+}
+
+bool Bereichsvergleich::neuePortion(Schritte& s, qint64 anzahl, const std::vector<qint64>& merkzeichen) {
+    const dao::Block block = zeilenHolen(s, gArbeitsDaten, gArbeitsPosition, anzahl);
+    if (size_t(block.zeilen()) != merkzeichen.size()) return false;
+    for (int zeile = 0; zeile < block.zeilen(); ++zeile) {
+        const std::optional<qint32> nummer = satzAufnehmen(block, zeile, merkzeichen[size_t(zeile)]);
+        if (!nummer) return false;
+        schnell_.anfuegen(*nummer);
+        block_.push_back(satznummern_.back());
     }
     return true;
 }
@@ -157,7 +219,7 @@ void Bereichsvergleich::schnellVergleichen() {
     Paarempfang empfang;
     empfang.hoechstens = kHoechstensPaare + 1;
     empfang.treffer = [this](qint32 i, qint32 j) {
-        PaarEintragen(satznummern_[size_t(i)], satznummern_[size_t(j)]);
+        PaarEintragen(block_[size_t(i)], block_[size_t(j)]);
         return !PaarlisteVoll();
     };
     empfang.atempause = [](qint64 paare) {

@@ -40,10 +40,7 @@ bool Blockordnung::bilden(const Blocksicht& block, Kleinzahlen& kleinzahlen, con
     block_ = &block;
     kleinzahlen_ = &kleinzahlen;
     weiter_ = &weiter;
-    if (!stufenBilden() || !stufenOrdnen()) return false;
-    formenBilden();
-    zeilenOrdnen();
-    return true;
+    return stufenBilden() && stufenOrdnen() && formenBilden() && zeilenOrdnen() && bereicheFinden();
 }
 
 bool Blockordnung::stufenBilden() {
@@ -92,7 +89,7 @@ bool Blockordnung::stufeAufnehmen(Stufe stufe) {
 }
 
 // The pairs of values of a stage that have a word in common, when they are few.
-std::optional<Wortverbund> Blockordnung::verbundVon(const Stufe& stufe) const {
+std::optional<Wortverbund> Blockordnung::verbundVon(const Stufe& stufe) {
     const size_t teil = stufe.teil() == Stufe::kGanz ? 0 : stufe.teil();
     std::vector<int> zeilen(size_t(stufe.anzahl()) + 1);
     for (const int wert : stufe.werte()) ++zeilen[size_t(wert)];
@@ -105,7 +102,7 @@ std::optional<Wortverbund> Blockordnung::verbundVon(const Stufe& stufe) const {
         werte.push_back(wert);
     }
     const qint64 hoechstens = kVerbundAnfang + kVerbundJeZeile * qint64(block_->zeilen);
-    std::optional<Wortverbund> verbund = TexteVerbinden(block_->texte, texte, hoechstens);
+    std::optional<Wortverbund> verbund = TexteVerbinden(block_->texte, texte, hoechstens, *weiter_);
     if (!verbund) return {};
     for (auto& paar : verbund->paare) paar = {werte[size_t(paar.first)], werte[size_t(paar.second)]};
     std::vector<bool> haeufig(size_t(stufe.anzahl()) + 1);
@@ -163,23 +160,39 @@ bool Blockordnung::stufenOrdnen() {
 }
 
 // The shapes know the stages of `stufen_` first, then those that were left out.
-void Blockordnung::formenBilden() {
+bool Blockordnung::formenBilden() {
     std::vector<const Stufe*> alle;
     for (const Stufe& stufe : stufen_) alle.push_back(&stufe);
     for (const Verbund& verbund : verbuende_) alle.push_back(&verbund.stufe);
-    formen_.bilden(alle, block_->zeilen);
+    return formen_.bilden(alle, block_->zeilen, [this] { return ganzDurchgegangen(); });
 }
 
-// Sorts by shape, then stage by stage, and finds the ranges of rows alike up to a stage.
-void Blockordnung::zeilenOrdnen() {
+// Every row was looked at.
+bool Blockordnung::ganzDurchgegangen() const {
+    return (*weiter_)(qint64(block_->zeilen));
+}
+
+// Sorts by shape, then stage by stage.
+bool Blockordnung::zeilenOrdnen() {
     zeilen_.resize(block_->zeilen);
     std::iota(zeilen_.begin(), zeilen_.end(), 0);
     std::vector<int> puffer(block_->zeilen);
-    for (size_t k = stufen_.size(); k-- > 0;) nachWerten(stufen_[k].werte(), stufen_[k].anzahl() + 1, puffer);
+    for (size_t k = stufen_.size(); k-- > 0;) {
+        nachWerten(stufen_[k].werte(), stufen_[k].anzahl() + 1, puffer);
+        if (!ganzDurchgegangen()) return false;
+    }
     nachWerten(formen_.formVon(), int(formen_.anzahl()), puffer);
-    const int anzahl = int(block_->zeilen);
-    for (size_t k = 0; k < stufen_.size(); ++k) nachPlatz(stufen_[k].werte(), puffer);
+    for (size_t k = 0; k < stufen_.size(); ++k) {
+        nachPlatz(stufen_[k].werte(), puffer);
+        if (!ganzDurchgegangen()) return false;
+    }
     for (Verbund& verbund : verbuende_) nachPlatz(verbund.stufe.werte(), puffer);
+    return ganzDurchgegangen();
+}
+
+// The ranges of rows alike up to a stage.
+bool Blockordnung::bereicheFinden() {
+    const int anzahl = int(block_->zeilen);
     formbereiche_.assign(formen_.anzahl(), {anzahl, 0});
     std::vector<bool> beginnt(block_->zeilen + 1);
     beginnt[0] = beginnt[block_->zeilen] = true;
@@ -200,7 +213,9 @@ void Blockordnung::zeilenOrdnen() {
             if (p > 0 && werte[platz] != werte[platz - 1]) beginnt[platz] = true;
             ende_[k][platz] = p + 1 == anzahl || beginnt[platz + 1] ? p + 1 : ende_[k][platz + 1];
         }
+        if (!ganzDurchgegangen()) return false;
     }
+    return true;
 }
 
 // Sorts `zeilen_` by values from 0 below `anzahl`; rows with the same one stay in order.

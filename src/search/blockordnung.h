@@ -53,11 +53,13 @@ class Blockordnung {
     bool stufenBilden();
     bool tafelLohnt(const Stufe& stufe) const;
     bool stufeAufnehmen(Stufe stufe);
-    std::optional<Wortverbund> verbundVon(const Stufe& stufe) const;
+    std::optional<Wortverbund> verbundVon(const Stufe& stufe);
     bool probeZiehen(Probe& probe);
     bool stufenOrdnen();
-    void formenBilden();
-    void zeilenOrdnen();
+    bool formenBilden();
+    bool zeilenOrdnen();
+    bool bereicheFinden();
+    bool ganzDurchgegangen() const;
     void nachWerten(const std::vector<int>& werte, int anzahl, std::vector<int>& puffer);
     void nachPlatz(std::vector<int>& werte, std::vector<int>& puffer);
 

@@ -23,7 +23,8 @@ std::vector<int> artenDerWerte(const Stufe& stufe) {
 
 }  // namespace
 
-void Formen::bilden(const std::vector<const Stufe*>& stufen, size_t zeilen) {
+bool Formen::bilden(const std::vector<const Stufe*>& stufen, size_t zeilen,
+                    const std::function<bool()>& weiter) {
     formVon_.assign(zeilen, 0);
     size_t anzahl = 1;
     Kleinzahlen kleinzahlen;
@@ -36,6 +37,7 @@ void Formen::bilden(const std::vector<const Stufe*>& stufen, size_t zeilen) {
             const int art = arten[size_t(stufe->werte()[zeile])];
             neu[zeile] = kleinzahlen.nummer(formVon_[zeile] * artenzahl + art) - 1;
         }
+        if (!weiter()) return false;
         if (kleinzahlen.gekommen().size() > kMeisteFormen) continue;
         formVon_ = std::move(neu);
         anzahl = kleinzahlen.gekommen().size();
@@ -53,7 +55,9 @@ void Formen::bilden(const std::vector<const Stufe*>& stufen, size_t zeilen) {
                 grenze.bestens = std::max(grenze.bestens, stufen[k]->bestens(wert));
             }
         }
+        if (!weiter()) return false;
     }
+    return true;
 }
 
 int Formen::hoechstens(size_t a, size_t b, size_t stufe) const {

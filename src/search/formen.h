@@ -1,12 +1,15 @@
 // Shapes: rows that can gain the same at every stage, and what two shapes can gain at most.
 #pragma once
 
+#include <functional>
+
 #include "search/stufe.h"
 
 class Formen {
   public:
     // Every row gets a shape. The stages are told apart one after the other, as long as the shapes stay few.
-    void bilden(const std::vector<const Stufe*>& stufen, size_t zeilen);
+    // `weiter` is asked whenever all rows were looked at; False when it said so.
+    bool bilden(const std::vector<const Stufe*>& stufen, size_t zeilen, const std::function<bool()>& weiter);
 
     size_t anzahl() const { return grenzen_.size(); }
     const std::vector<int>& formVon() const { return formVon_; }

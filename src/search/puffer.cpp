@@ -41,6 +41,7 @@ struct Puffer {
     Steuerspalten inArbeit{arbeit};
     Steuerspalten inErgebnis{ergebnis};
     std::vector<Spalte> spalten{};
+    std::vector<Aufbereitung> aufbereitungen = AufbereitungenFuer(gSuchZuordnung);
 };
 
 QString steuerspalte(int nummer) {
@@ -141,7 +142,7 @@ bool satzUebernehmen(Schritte& s, Puffer& p, qint32 nummer) {
     s.tu([&] { p.arbeit.AddNew(); });
     s.tu([&] { p.ergebnis.AddNew(); });
     werteUebernehmen(s, p);
-    DatensatzAufbereiten(p.arbeit);
+    DatensatzAufbereiten(p.arbeit, p.aufbereitungen);
     if (gFehler) {
         beiFehlerSchliessen(s);
         return false;

@@ -3,8 +3,6 @@
 
 #include "run/schritte.h"
 #include "run/zustand.h"
-#include "search/aufbereitung.h"
-#include "search/suchzustand.h"
 
 namespace {
 
@@ -19,25 +17,30 @@ QString meldung(dao::Recordset& arbeit, int spalte) {
            QStringLiteral("'.");
 }
 
-void spalteAufbereiten(Schritte& s, dao::RecordsetField feld, const FeldZuordnung& zuordnung) {
+void spalteAufbereiten(Schritte& s, dao::RecordsetField feld, const Aufbereitung& aufbereitung) {
     Spaltenart art;
     s.tu([&] { art = {feld.Type(), feld.Attributes(), feld.Size()}; });
     if (!WirdAufbereitet(art)) return;
-    const Aufbereitung aufbereitung = AufbereitungFuer(zuordnung);
     for (int i = 0; i < aufbereitung.anzahl; ++i)
         s.tu([&] { feld.setValue(aufbereitung.schritte[i](feld.Value(), art.groesse)); });
 }
 
 }  // namespace
 
-void DatensatzAufbereiten(dao::Recordset& arbeit) {
+std::vector<Aufbereitung> AufbereitungenFuer(const FeldZuordnungen& zuordnungen) {
+    std::vector<Aufbereitung> aufbereitungen;
+    for (const FeldZuordnung& zuordnung : zuordnungen)
+        if (!FeldIgnoriert(zuordnung)) aufbereitungen.push_back(AufbereitungFuer(zuordnung));
+    return aufbereitungen;
+}
+
+void DatensatzAufbereiten(dao::Recordset& arbeit, const std::vector<Aufbereitung>& aufbereitungen) {
     int spalte = 0;
     Schritte s([&] { return meldung(arbeit, spalte); });
     s.ablauf(
         [&] {
-            for (const FeldZuordnung& zuordnung : gSuchZuordnung) {
-                if (FeldIgnoriert(zuordnung)) continue;
-                spalteAufbereiten(s, arbeit.Fields(spalte), zuordnung);
+            for (const Aufbereitung& aufbereitung : aufbereitungen) {
+                spalteAufbereiten(s, arbeit.Fields(spalte), aufbereitung);
                 ++spalte;
             }
         },

@@ -26,7 +26,7 @@
 namespace {
 
 constexpr size_t kMeisteFelder = 64;
-constexpr size_t kMeistesImVorrat = 200000;  // beyond it a new block begins with empty stores
+constexpr size_t kMeisteTexte = 8000000;  // with more of them, a new block begins with empty stores
 constexpr qint64 kSchritteJeAtempause = 20000;
 constexpr size_t kKleinerBlock = 48;  // rows; below it every pair is looked at
 constexpr size_t kTrefferImSpeicher = 4 << 20;
@@ -386,20 +386,38 @@ Schnellvergleich::Schnellvergleich(const FeldZuordnungen& zuordnungen, bool diff
 
 Schnellvergleich::~Schnellvergleich() = default;
 
+bool Schnellvergleich::voll() const {
+    return texte_.anzahl() > kMeisteTexte || texte_.zuVieleWoerter();
+}
+
 void Schnellvergleich::leeren() {
     werte_.clear();
     zeilen_ = 0;
-    size_t vorrat = texte_.anzahl();
-    for (const Wertvorrat& v : vorraete_) vorrat = std::max(vorrat, size_t(v.anzahl()));
-    if (vorrat <= kMeistesImVorrat && !texte_.zuVieleWoerter()) return;
+    if (!voll()) return;
     texte_ = {};
     for (Wertvorrat& v : vorraete_) v.leeren();
+    aufgenommene_ = {};
+    anzahl_ = 0;
+    ++runde_;
+}
+
+std::optional<qint32> Schnellvergleich::aufnehmen(const Wert* zeile) {
+    for (Wertvorrat& vorrat : vorraete_)
+        aufgenommene_.push_back(vorrat.nummer(zeile[vorrat.spalte()], texte_));
+    if (texte_.zuVieleWoerter()) return {};
+    return anzahl_++;
+}
+
+void Schnellvergleich::anfuegen(qint32 nummer) {
+    ++zeilen_;
+    const auto anfang = aufgenommene_.begin() + std::ptrdiff_t(size_t(nummer) * vorraete_.size());
+    werte_.insert(werte_.end(), anfang, anfang + std::ptrdiff_t(vorraete_.size()));
 }
 
 bool Schnellvergleich::anfuegen(const Wert* zeile) {
-    ++zeilen_;
-    for (Wertvorrat& vorrat : vorraete_) werte_.push_back(vorrat.nummer(zeile[vorrat.spalte()], texte_));
-    return !texte_.zuVieleWoerter();
+    const std::optional<qint32> nummer = aufnehmen(zeile);
+    if (nummer) anfuegen(*nummer);
+    return nummer.has_value();
 }
 
 bool Schnellvergleich::vergleichen(const Paarempfang& empfang) {

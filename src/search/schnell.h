@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "search/wertvorrat.h"
@@ -27,9 +28,17 @@ class Schnellvergleich {
     // False when the weights or the threshold are such that bounds do not hold; then only the letter counts.
     bool moeglich() const { return moeglich_; }
 
-    // A block: empty it, add its rows, compare them. Adding is False for a row that has too many words to be
-    // compared here; the block is then spoilt.
+    // Takes a row apart, once for all blocks that it comes in: the number by which it is added to them. None
+    // for a row that has too many words to be compared here; its block is then spoilt.
+    std::optional<qint32> aufnehmen(const Wert* zeile);
+    // True when so many were taken that the next `leeren` forgets them.
+    bool voll() const;
+    // Changes when the rows taken so far were forgotten.
+    quint64 runde() const { return runde_; }
+
+    // A block: empty it, add its rows, compare them.
     void leeren();
+    void anfuegen(qint32 nummer);
     bool anfuegen(const Wert* zeile);
     // False when `atempause` ended it.
     bool vergleichen(const Paarempfang& empfang);
@@ -41,7 +50,12 @@ class Schnellvergleich {
     float schwelle_;
     Textvorrat texte_;
     std::vector<Wertvorrat> vorraete_;  // one a field, in the order of the rule table
-    std::vector<int> werte_;  // for each row the number of its value in each field, 0 for a missing one
-    size_t zeilen_ = 0;
+    // For each row taken, and for each one of the block, the number of its value in each field, 0 for a
+    // missing one.
+    std::vector<int> aufgenommene_;
+    std::vector<int> werte_;
+    qint32 anzahl_ = 0;  // rows taken
+    size_t zeilen_ = 0;  // rows of the block
+    quint64 runde_ = 1;
     std::unique_ptr<Arbeitsspeicher> speicher_;  // what stays allocated from block to block
 };

@@ -1,16 +1,17 @@
 // One pass of the search: the sorted work table, its blocks, its pairs.
 #include "search/suchdurchlauf.h"
 
+#include <QHash>
+
 #include "run/fortschritt.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
 #include "search/bereich.h"
 #include "search/blocksuche.h"
+#include "search/naturfolge.h"
 #include "search/suchzustand.h"
 
 namespace {
-
-constexpr qint64 kPortion = 256;  // rows fetched at once while the blocks are counted
 
 struct Durchgang {
     Schritte& s;
@@ -18,6 +19,7 @@ struct Durchgang {
     int blockLaenge;
     QString sortierung;
     QString& stelle;  // what the error box says about the place
+    Bereichsvergleich& vergleich;
 };
 
 QString nachSortierung(const QString& sortierung) {
@@ -56,10 +58,9 @@ bool nachbarnVergleichen(Durchgang& d) {
     FortschrittLeeren();
     FortschrittStarten(anzahl - 1, 0.3);
     d.s.tu([] { Gesetzt(gArbeitsDaten).MoveFirst(); });
-    Bereichsvergleich vergleich;
     while (gArbeitsPosition < anzahl) {
         d.stelle = QStringLiteral("an der Position ") + QString::number(gArbeitsPosition);
-        vergleich.NachbarVergleichen(gArbeitsPosition);
+        d.vergleich.NachbarVergleichen(gArbeitsPosition);
         d.s.tu(fehlerWeitergeben);
         if (gAbbruch) return false;
     }
@@ -67,22 +68,59 @@ bool nachbarnVergleichen(Durchgang& d) {
     return true;
 }
 
+// The beginnings of the block column's values, by bookmark.
+class Blockschluessel {
+  public:
+    explicit Blockschluessel(int laenge) : laenge_(laenge) {}
+    void aufnehmen(qint64 merkzeichen, const Wert& wert) {
+        if (size_t(merkzeichen) >= nummern_.size()) nummern_.resize(size_t(merkzeichen) + 1, 0);
+        nummern_[size_t(merkzeichen)] = nummer(wert);
+    }
+    const Wert& von(qint64 merkzeichen) const {
+        return schluessel_[size_t(merkzeichen) < nummern_.size() ? nummern_[size_t(merkzeichen)] : 0];
+    }
+
+  private:
+    quint32 nummer(const Wert& wert) {
+        if (wert.istNull()) return 0;
+        const QString anfang = wert.alsText().left(laenge_);
+        const auto fund = gefundene_.constFind(anfang);
+        if (fund != gefundene_.cend()) return *fund;
+        schluessel_.emplace_back(anfang);
+        return gefundene_[anfang] = quint32(schluessel_.size() - 1);
+    }
+
+    int laenge_;
+    std::vector<Wert> schluessel_{Wert::null()};
+    QHash<QString, quint32> gefundene_;
+    std::vector<quint32> nummern_;
+};
+
+// False when the user stopped.
+bool schluesselLesen(Durchgang& d, Blockschluessel& schluessel) {
+    return ArbeitstabelleDurchgehen(d.s, [&](dao::Recordset& saetze, const std::vector<qint64>& merkzeichen) {
+        std::vector<Wert> werte;
+        d.s.tu([&] { werte = saetze.GetColumn(d.blockSpalte, qint64(merkzeichen.size())); });
+        for (size_t i = 0; i < werte.size(); ++i) schluessel.aufnehmen(merkzeichen[i], werte[i]);
+        return werte.size() == merkzeichen.size();
+    });
+}
+
 // The blocks of the pass; none when the user stopped meanwhile.
 std::vector<Suchblock> bloeckeSuchen(Durchgang& d) {
     fenster().information(QStringLiteral("Berechne notwendige Zeit ..."));
     FortschrittLeeren();
-    Blocksuche suche(d.blockLaenge);
     d.s.tu([&] { Gesetzt(gBlockDaten).MoveFirst(); });
     d.s.tu([&] { Gesetzt(gBlockDaten).Fields(d.blockSpalte); });  // raises for a column that is not there
-    for (bool ende = false; !ende;) {
-        dao::Block block;
-        d.s.tu([&] { block = Gesetzt(gBlockDaten).GetRows(kPortion); });
-        if (d.blockSpalte >= block.spalten()) return {};
-        for (int zeile = 0; zeile < block.zeilen(); ++zeile) suche.naechster(block(d.blockSpalte, zeile));
-        ende = block.zeilen() == 0;
-        DoEvents();
-        if (Angehalten()) return {};
-    }
+    int spalten = 0;
+    d.s.tu([&] { spalten = Gesetzt(gBlockDaten).FieldsCount(); });
+    if (d.blockSpalte >= spalten) return {};
+    Blockschluessel schluessel(d.blockLaenge);
+    if (!d.vergleich.SaetzeAufnehmen(d.s) || !schluesselLesen(d, schluessel)) return {};
+    std::vector<qint64> folge;
+    d.s.tu([&] { folge = Gesetzt(gBlockDaten).Bookmarks(Gesetzt(gBlockDaten).RecordCount()); });
+    Blocksuche suche(d.blockLaenge);
+    for (const qint64 merkzeichen : folge) suche.naechster(schluessel.von(merkzeichen));
     return suche.fertig();
 }
 
@@ -104,11 +142,10 @@ bool bloeckeVergleichen(Durchgang& d) {
     fenster().information(nachSortierung(d.sortierung) + u'.');
     FortschrittLeeren();
     FortschrittStarten(vergleiche, 0.3);
-    Bereichsvergleich vergleich;
     for (const Suchblock& block : bloecke) {
         d.stelle = QStringLiteral("im Bereich ") + QString::number(block.erster) + QStringLiteral(" bis ") +
                    QString::number(block.letzter);
-        vergleich.BereichVergleichen(block.erster, block.letzter);
+        d.vergleich.BereichVergleichen(block.erster, block.letzter);
         d.s.tu(fehlerWeitergeben);
         if (gAbbruch) return false;
     }
@@ -119,10 +156,11 @@ bool bloeckeVergleichen(Durchgang& d) {
 
 }  // namespace
 
-void SuchdurchlaufAusfuehren(int blockSpalte, int blockLaenge, const QString& sortierung, bool quick) {
+void SuchdurchlaufAusfuehren(int blockSpalte, int blockLaenge, const QString& sortierung, bool quick,
+                             Bereichsvergleich& vergleich) {
     QString stelle = quick ? QStringLiteral("an der Position 1") : QStringLiteral("im Bereich 0 bis 0");
     Schritte s([&] { return QStringLiteral("Fehler bei der Dublettensuche ") + stelle + u'.'; });
-    Durchgang d{s, blockSpalte, blockLaenge, sortierung, stelle};
+    Durchgang d{s, blockSpalte, blockLaenge, sortierung, stelle, vergleich};
     s.ablauf(
         [&] {
             oeffnen(s, sortierung);

@@ -10,6 +10,7 @@
 #include "run/schritte.h"
 #include "run/zustand.h"
 #include "search/auswertung.h"
+#include "search/bereich.h"
 #include "search/paarmenge.h"
 #include "search/puffer.h"
 #include "search/suchdurchlauf.h"
@@ -84,12 +85,13 @@ Durchlauf durchlaufLesen(const Suchoptionen& optionen, int nummer) {
 }
 
 void durchlaeufeAusfuehren(const Suchoptionen& optionen) {
+    Bereichsvergleich vergleich;
     for (int nummer = 0; nummer < kDurchlaeufe; ++nummer) {
         if (!optionen.durchfuehren[nummer]) continue;
         const Durchlauf durchlauf = durchlaufLesen(optionen, nummer);
         if (!Angehalten() && durchlauf.blockSpalte != -1)
             SuchdurchlaufAusfuehren(durchlauf.blockSpalte, durchlauf.blockLaenge, durchlauf.sortierung,
-                                    optionen.quickSuche);
+                                    optionen.quickSuche, vergleich);
         if (Angehalten()) return;
     }
 }

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <numeric>
 
+#include "base/sortieren.h"
+
 namespace {
 
 constexpr size_t kLaengstesWort = 40;
@@ -11,6 +13,7 @@ constexpr qint64 kNachbarnAnfang = 50;   // a word that stands in more rows is f
 constexpr qint64 kNachbarnTeiler = 200;  // this share of all rows
 constexpr qint64 kHaeufigeTeiler = 10;   // more rows than this share with a frequent word spoil the join
 constexpr qint64 kSchritteJeZeile = 100;
+constexpr qint64 kSchritteJeStueck = 1 << 15;  // of what is sorted
 constexpr quint64 kAnfang = 0xCBF29CE484222325u;
 
 quint64 weiter(quint64 summe, char16_t zeichen) {
@@ -71,10 +74,12 @@ class Wortliste {
 // Joins the texts of a block.
 class Verbinder {
   public:
-    Verbinder(const Textvorrat& vorrat, const std::vector<Verbundtext>& texte, qint64 hoechstens)
+    Verbinder(const Textvorrat& vorrat, const std::vector<Verbundtext>& texte, qint64 hoechstens,
+              const std::function<bool(qint64)>& weiter)
         : vorrat_(vorrat),
           texte_(texte),
           hoechstens_(hoechstens),
+          weiter_(weiter),
           haeufig_(texte.size()),
           liste_(alleWorte()) {
         for (const Verbundtext& t : texte) zeilen_ += t.zeilen;
@@ -83,7 +88,7 @@ class Verbinder {
     }
 
     std::optional<Wortverbund> verbinden() {
-        worteSammeln();
+        if (!worteSammeln()) return {};
         if (haeufige_ > meisteHaeufige_ || !schrittezahlReicht() || !nachbarnSuchen()) return {};
         return paareBilden();
     }
@@ -96,9 +101,10 @@ class Verbinder {
     }
 
     // The texts of every word, one list behind the other.
-    void worteSammeln() {
+    bool worteSammeln() {
         std::vector<std::pair<int, int>> wortUndText;
-        for (size_t t = 0; t < texte_.size(); ++t)
+        for (size_t t = 0; t < texte_.size(); ++t) {
+            if (!weiter_(1)) return false;
             for (size_t k = 0; k < vorrat_.woerter(texte_[t].text); ++k) {
                 const std::u16string_view wort = vorrat_.wort(texte_[t].text, k);
                 if (wort.empty() || wort.size() > kLaengstesWort)
@@ -106,6 +112,7 @@ class Verbinder {
                 else
                     wortUndText.emplace_back(liste_.einfuegen(wort), int(t));
             }
+        }
         const size_t worte = liste_.worte().size();
         grenzen_.assign(worte + 1, 0);
         texteDesWorts_.resize(wortUndText.size());
@@ -118,6 +125,7 @@ class Verbinder {
             nachbarn_[size_t(eintrag.first)] += texte_[size_t(eintrag.second)].zeilen;
         }
         zeilenDesWorts_ = nachbarn_;
+        return weiter_(qint64(wortUndText.size()));
     }
 
     // Every part of every word is looked up.
@@ -131,6 +139,7 @@ class Verbinder {
     // Words within words. False when too many rows have a frequent one, or the frequent ones leave too much.
     bool nachbarnSuchen() {
         for (size_t wort = 0; wort < liste_.worte().size(); ++wort) {
+            if (!weiter_(1)) return false;
             if (nachbarn_[wort] > meisteNachbarn_) wortHaeufigNennen(wort);
             liste_.teileBesuchen(liste_.worte()[wort], [&](size_t teil) {
                 nachbarn_[teil] += zeilenDesWorts_[wort];
@@ -147,12 +156,21 @@ class Verbinder {
         return zeilenpaare / 2 <= hoechstens_;
     }
 
-    Wortverbund paareBilden() {
-        for (size_t wort = 0; wort < liste_.worte().size(); ++wort) verbinden(wort, wort);
-        for (const auto& teil : teile_) verbinden(size_t(teil.first), size_t(teil.second));
-        std::sort(paare_.begin(), paare_.end());
+    std::optional<Wortverbund> paareBilden() {
+        bool gewollt = true;
+        const auto pause = [&](qint64 schritte) { gewollt = gewollt && weiter_(schritte); };
+        for (size_t wort = 0; wort < liste_.worte().size() && gewollt; ++wort) {
+            verbinden(wort, wort);
+            pause(1);
+        }
+        for (size_t i = 0; i < teile_.size() && gewollt; ++i) {
+            verbinden(size_t(teile_[i].first), size_t(teile_[i].second));
+            pause(1);
+        }
+        SortierenMitPausen(paare_.begin(), paare_.end(), std::less<>(), [&] { pause(kSchritteJeStueck); });
+        if (!gewollt) return {};
         paare_.erase(std::unique(paare_.begin(), paare_.end()), paare_.end());
-        return {std::move(paare_), std::move(haeufig_)};
+        return Wortverbund{std::move(paare_), std::move(haeufig_)};
     }
 
     void verbinden(size_t kurz, size_t lang) {
@@ -181,6 +199,7 @@ class Verbinder {
     const Textvorrat& vorrat_;
     const std::vector<Verbundtext>& texte_;
     qint64 hoechstens_;
+    const std::function<bool(qint64)>& weiter_;
     qint64 zeilen_ = 0;
     qint64 meisteNachbarn_ = 0;
     qint64 meisteHaeufige_ = 0;
@@ -198,6 +217,6 @@ class Verbinder {
 }  // namespace
 
 std::optional<Wortverbund> TexteVerbinden(const Textvorrat& vorrat, const std::vector<Verbundtext>& texte,
-                                          qint64 hoechstens) {
-    return Verbinder(vorrat, texte, hoechstens).verbinden();
+                                          qint64 hoechstens, const std::function<bool(qint64)>& weiter) {
+    return Verbinder(vorrat, texte, hoechstens, weiter).verbinden();
 }

@@ -1,6 +1,7 @@
 // A join of texts: all pairs of which one has a word that stands in the other one.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -22,6 +23,8 @@ struct Wortverbund {
 };
 
 // Nothing when the join is not worth it: when it would give more than `hoechstens` pairs of rows, or when too
-// many rows have a frequent word.
-std::optional<Wortverbund> TexteVerbinden(const Textvorrat& vorrat, const std::vector<Verbundtext>& texte,
-                                          qint64 hoechstens);
+// many rows have a frequent word. `weiter` is told of the steps that were done; nothing as well when it says
+// False.
+std::optional<Wortverbund> TexteVerbinden(
+    const Textvorrat& vorrat, const std::vector<Verbundtext>& texte, qint64 hoechstens,
+    const std::function<bool(qint64)>& weiter = [](qint64) { return true; });

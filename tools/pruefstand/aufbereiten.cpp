@@ -74,7 +74,7 @@ QJsonArray aufbereiten(dao::Recordset& satz, const std::vector<Spalte>& spalten)
     int stelle = 0;
     for (const Spalte& spalte : spalten)
         if (!FeldIgnoriert(spalte.zuordnung)) satz.Fields(stelle++).setValue(spalte.wert);
-    DatensatzAufbereiten(satz);
+    DatensatzAufbereiten(satz, AufbereitungenFuer(gSuchZuordnung));
     if (gFehler) throw Bedienfehler(stummesFenster().meldungAbholen());
     QJsonArray werte;
     for (int i = 0; i < satz.FieldsCount(); ++i) werte += JsonAusWert(satz.Fields(i).Value());
