@@ -29,6 +29,11 @@ engine::IndexDef index(const QString& name, const QString& feld, bool primaer) {
     return def;
 }
 
+// dBase files have the letters of Western Europe only.
+QString westlich(QString text) {
+    return text.replace(QChar(u'ı'), QChar(u'i')).replace(QChar(u'ş'), QChar(u's'));
+}
+
 // Empty fields are Null, as in a file that somebody typed.
 engine::Zeile zeileVon(int nummer, const QStringList& adresse) {
     engine::Zeile zeile{Wert(nummer)};
@@ -57,7 +62,11 @@ class AusVorrat : public engine::Zeilenquelle {
   public:
     explicit AusVorrat(int anzahl) : anzahl_(anzahl) {
         Gezogene quelle(kVorrat, 1);
-        for (engine::Zeile zeile; quelle.naechste(zeile);) vorrat_.push_back(zeile);
+        for (engine::Zeile zeile; quelle.naechste(zeile);) {
+            for (Wert& wert : zeile)
+                if (wert.istText()) wert = Wert(westlich(wert.text()));
+            vorrat_.push_back(zeile);
+        }
     }
     bool naechste(engine::Zeile& zeile) override {
         if (nummer_ == anzahl_) return false;

@@ -46,7 +46,8 @@ void melden(const QString& format, const QString& was, int zeilen, double sekund
 // The engine changes workbooks and makes none.
 void arbeitsmappeAnlegen(const QString& pfad) {
     const QString befehl = QStringLiteral(
-        "python3 -c 'import sys, xlwt; m = xlwt.Workbook(); m.add_sheet(\"Leer\").write(0, 0, \"x\"); "
+        "/usr/bin/python3 -c 'import sys, xlwt; m = xlwt.Workbook(); m.add_sheet(\"Leer\").write(0, 0, "
+        "\"x\"); "
         "m.save(sys.argv[1])' '%1'");
     if (std::system(befehl.arg(pfad).toLocal8Bit().constData()) != 0)
         std::fputs("python3-xlwt fehlt\n", stderr);
@@ -104,16 +105,16 @@ std::vector<Format> formate() {
              arbeitsmappeAnlegen(pfad);
              return std::make_unique<excel::XlsDatei>(pfad);
          },
-         {QStringLiteral("xls2csv '%1'"),
-          QStringLiteral("ssconvert '%1' /dev/stdout --export-type=Gnumeric_stf:stf_csv"),
-          QStringLiteral("python3 -c 'import sys, xlrd; s = xlrd.open_workbook(sys.argv[1]).sheets()[-1]; "
-                         "[s.row_values(i) for i in range(s.nrows)]' '%1'")}},
+         {QStringLiteral("xls2csv '%1'"), QStringLiteral("ssconvert -T Gnumeric_stf:stf_csv '%1' fd://1"),
+          QStringLiteral(
+              "/usr/bin/python3 -c 'import sys, xlrd; s = xlrd.open_workbook(sys.argv[1]).sheets()[-1]; "
+              "[s.row_values(i) for i in range(s.nrows)]' '%1'")}},
         {QStringLiteral("dbf"),
          QStringLiteral("A.dbf"),
          [](const QString& pfad) { return std::make_unique<dbase::DbaseOrdner>(QFileInfo(pfad).path()); },
          {QStringLiteral("dbview -b '%1'"),
           QStringLiteral(
-              "python3 -c 'import sys, dbfread; [None for _ in dbfread.DBF(sys.argv[1])]' '%1'")}}};
+              "/usr/bin/python3 -c 'import sys, dbfread; [None for _ in dbfread.DBF(sys.argv[1])]' '%1'")}}};
 }
 
 }  // namespace
