@@ -26,11 +26,26 @@ if(LINDGARN_FUZZ)
     target_compile_options(lindgarn_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
+# The headers that nearly every file reads, compiled once. Only the presets of the tests have them: the other
+# builds show that each file includes what it uses.
+if(LINDGARN_VORAB)
+    set(vorab_quelle ${CMAKE_BINARY_DIR}/vorab.cpp)
+    file(CONFIGURE OUTPUT ${vorab_quelle} CONTENT "")
+    set(vorab_koepfe <algorithm> <array> <cmath> <functional> <limits> <map> <memory> <optional> <string> <utility>
+        <vector> <QByteArray> <QDateTime> <QDir> <QFile> <QFileInfo> <QRegularExpression> <QString> <QStringList>)
+    add_library(lg_vorab STATIC ${vorab_quelle})
+    target_link_libraries(lg_vorab PUBLIC lindgarn_flags Qt6::Core)
+    target_precompile_headers(lg_vorab PRIVATE ${vorab_koepfe})
+endif()
+
 # lindgarn_modul(name SOURCES ... LINKS ...): one folder of src/ as a static library `lg_<name>`.
 function(lindgarn_modul name)
     cmake_parse_arguments(M "" "" "SOURCES;LINKS" ${ARGN})
     add_library(lg_${name} STATIC ${M_SOURCES})
     target_link_libraries(lg_${name} PUBLIC lindgarn_flags Qt6::Core ${M_LINKS})
+    if(LINDGARN_VORAB)
+        target_precompile_headers(lg_${name} REUSE_FROM lg_vorab)
+    endif()
 endfunction()
 
 # lindgarn_test(name SOURCES ... LINKS ...): one GoogleTest program `test_<name>`, each case a ctest entry.
@@ -41,6 +56,9 @@ function(lindgarn_test name)
     target_compile_definitions(test_${name} PRIVATE
         LINDGARN_FREMDDATEN="${LINDGARN_FREMDDATEN}" LINDGARN_QUELLE="${CMAKE_SOURCE_DIR}")
     target_link_libraries(test_${name} PRIVATE ${T_LINKS} GTest::gmock_main GTest::gtest)
+    if(LINDGARN_VORAB)
+        target_precompile_headers(test_${name} REUSE_FROM lgt_vorab)
+    endif()
     gtest_discover_tests(test_${name} DISCOVERY_TIMEOUT 120 PROPERTIES TIMEOUT 300
         ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8")
 endfunction()
