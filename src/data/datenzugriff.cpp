@@ -42,12 +42,9 @@ bool langerNameGemeldet(dao::Database& datenbank) {
     for (const auto& tabelle : datenbank.TableDefs()) {
         if (tabelle->Name().size() <= kDbaseNamenslaenge) continue;
         fenster().sanduhr(false);
-        Meldung rat;
-        rat.text = QStringLiteral("Bitte geben sie der Tabelle \"") + tabelle->Name() +
-                   QStringLiteral(
-                       "\"\reinen Namen mit maximal 8 Zeichen Länge, sonst\r"
-                       "können bei diesen älteren Formaten Probleme auftreten.");
-        fenster().meldungZeigen(rat);
+        KastenZeigen(QStringLiteral("Bitte geben sie der Tabelle \"") + tabelle->Name() +
+                     QStringLiteral("\"\reinen Namen mit maximal 8 Zeichen Länge, sonst\r"
+                                    "können bei diesen älteren Formaten Probleme auftreten."));
         return true;
     }
     return false;

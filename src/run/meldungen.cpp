@@ -30,6 +30,10 @@ void AchtungZeigen(const QString& text) {
         {QStringLiteral(" Achtung!"), text, Symbol::Ausrufezeichen, Knoepfe::Ok, Knopf::Ok});
 }
 
+void KastenZeigen(const QString& text) {
+    fenster().meldungZeigen({QStringLiteral("Lindgarn"), text, Symbol::Keines, Knoepfe::Ok, Knopf::Ok});
+}
+
 Knopf FehlerZeigen(const QString& text) {
     const Meldung meldung{QStringLiteral(" Fehler!"), mitSystemmeldung(text), Symbol::Kritisch,
                           Knoepfe::AbbrechenWiederholenIgnorieren, Knopf::Ignorieren};

@@ -6,12 +6,13 @@
 
 #include "run/fenster.h"
 
-void HinweisZeigen(const QString& text);     // title " Hinweis", information, OK
-void AchtungZeigen(const QString& text);     // title " Achtung!", exclamation, OK
+void HinweisZeigen(const QString& text);  // title " Hinweis", information, OK
+void AchtungZeigen(const QString& text);  // title " Achtung!", exclamation, OK
+void KastenZeigen(const QString& text);   // a plain box: the program's name, no icon, OK
 
 // Title " Fehler!", critical; Abbrechen, Wiederholen, Ignorieren, the third one preselected. Appends the
-// description of the failure being handled (`FehlerMerken`) when `gSystemmeldungZeigen` is set; that failure is
-// then done with, so that a later box does not tell it again.
+// description of the failure being handled (`FehlerMerken`) when `gSystemmeldungZeigen` is set; that failure
+// is then done with, so that a later box does not tell it again.
 Knopf FehlerZeigen(const QString& text);
 
 // Takes the failure that a handler caught as the present one: its number and description feed `FehlerZeigen`.

@@ -6,7 +6,7 @@
 #include <QIcon>
 #include <QVBoxLayout>
 
-#include "run/fenster.h"
+#include "run/meldungen.h"
 #include "ui/anschriften.h"
 #include "ui/bausteine.h"
 
@@ -28,9 +28,7 @@ QFont gross(QFont schrift) {
 
 // There is no program of that kind that every system has.
 void StartSysInfo() {
-    fenster().meldungZeigen({QStringLiteral("Lindgarn"),
-                             QStringLiteral("Systeminformationen sind momentan nicht verfügbar"),
-                             Symbol::Keines, Knoepfe::Ok, Knopf::Ok});
+    KastenZeigen(QStringLiteral("Systeminformationen sind momentan nicht verfügbar"));
 }
 
 }  // namespace

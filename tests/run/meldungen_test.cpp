@@ -47,6 +47,14 @@ TEST_F(Meldungen, TitleIconAndButtonOfNewsAndWarning) {
     EXPECT_EQ(Knoepfe::Ok, fenster_.meldungen[1].knoepfe);
 }
 
+TEST_F(Meldungen, APlainBoxHasTheProgramsNameAndNoIcon) {
+    fenster_.erwarte(QStringLiteral("schlicht"));
+    KastenZeigen(QStringLiteral("schlicht"));
+    EXPECT_EQ(QStringLiteral("Lindgarn"), fenster_.meldungen[0].titel);
+    EXPECT_EQ(Symbol::Keines, fenster_.meldungen[0].symbol);
+    EXPECT_EQ(Knoepfe::Ok, fenster_.meldungen[0].knoepfe);
+}
+
 TEST_F(Meldungen, TheErrorBoxAnswersWithItsButton) {
     for (Knopf knopf : {Knopf::Abbrechen, Knopf::Wiederholen, Knopf::Ignorieren}) {
         fenster_.erwarte(QStringLiteral("Fehler.") + zeile(), knopf);
