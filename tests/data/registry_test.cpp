@@ -54,6 +54,34 @@ TEST_F(Registry, OhneSchluesselUndMitAnderemTypWirdNichtsGeschrieben) {
     EXPECT_TRUE(lesen(QStringLiteral("Zahl")).istLeerOderNull());
 }
 
+TEST_F(Registry, EinLeererTextIstNichtLeer) {
+    RegSchluesselAnlegen(kWurzel, kSchluessel);
+    schreiben(QStringLiteral("Ordner"), kRegText, Wert(QString()));
+    EXPECT_EQ(lesen(QStringLiteral("Ordner")), Wert(QString()));
+}
+
+TEST_F(Registry, WasSichNichtSchreibenLaesstLaesstDenAltenWert) {
+    RegSchluesselAnlegen(kWurzel, kSchluessel);
+    schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("alt")));
+    for (const int typ : {0, 2, 3, 7}) schreiben(QStringLiteral("Ordner"), typ, Wert(QStringLiteral("neu")));
+    schreiben(QStringLiteral("Ordner"), kRegZahl, Wert(QStringLiteral("keine Zahl")));
+    EXPECT_EQ(lesen(QStringLiteral("Ordner")).alsText(), u"alt");
+}
+
+TEST_F(Registry, EinAndererTypLiestSichAlsNichts) {
+    RegSchluesselAnlegen(kWurzel, kSchluessel);
+    schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("x")));
+    ersetzen(inhalt().replace("Typ=1", "Typ=3"));
+    EXPECT_TRUE(lesen(QStringLiteral("Ordner")).istLeer());
+}
+
+TEST_F(Registry, EinSchluesselGibtNichtDieWerteEinesAnderen) {
+    RegSchluesselAnlegen(kWurzel, kSchluessel);
+    schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("x")));
+    for (const char16_t* anderer : {u"Software\\Probe\\2.0", u"Software\\Probe", u"Software"})
+        EXPECT_TRUE(RegWertLesen(kWurzel, QString::fromUtf16(anderer), QStringLiteral("Ordner")).istLeer());
+}
+
 TEST_F(Registry, EineBeschaedigteAblageLaesstSichLesenUndNeuSchreiben) {
     RegSchluesselAnlegen(kWurzel, kSchluessel);
     schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("C:\\Daten")));
