@@ -47,6 +47,37 @@ bool passtIn32Bit(const Wert& wert) {
     return zahl >= std::numeric_limits<qint32>::min() && zahl <= std::numeric_limits<qint32>::max();
 }
 
+// Any other type than 1 and 4 writes nothing.
+void RegWertSetzen(QSettings& schluessel, const QString& name, int typ, const Wert& wert) {
+    QVariant inhalt;
+    if (typ == kRegText)
+        inhalt = wert.alsText();
+    else if (typ == kRegZahl && passtIn32Bit(wert))
+        inhalt = qint32(wert.alsZahl());
+    else
+        return;
+    schluessel.beginGroup(wertGruppe(name));
+    schluessel.setValue(QStringLiteral("Typ"), typ);
+    schluessel.setValue(QStringLiteral("Inhalt"), inhalt);
+}
+
+// False when there is no such value, or none of type 1 or 4; `wert` is then left empty.
+bool RegWertAbfragen(QSettings& schluessel, const QString& name, Wert& wert) {
+    schluessel.beginGroup(wertGruppe(name));
+    const QVariant inhalt = schluessel.value(QStringLiteral("Inhalt"));
+    if (!inhalt.isValid()) return false;
+    switch (schluessel.value(QStringLiteral("Typ")).toInt()) {
+        case kRegText:
+            wert = Wert(inhalt.toString());
+            return true;
+        case kRegZahl:
+            wert = Wert(inhalt.toInt());
+            return true;
+        default:
+            return false;
+    }
+}
+
 }  // namespace
 
 void RegSchluesselAnlegen(Schluesselwurzel wurzel, const QString& schluessel) {
@@ -57,34 +88,13 @@ void RegSchluesselAnlegen(Schluesselwurzel wurzel, const QString& schluessel) {
 
 void RegWertSchreiben(Schluesselwurzel wurzel, const QString& schluessel, const QString& name, int typ,
                       const Wert& wert) {
-    const auto einstellungen = schluesselOeffnen(wurzel, schluessel);
-    if (!einstellungen) return;
-    QVariant inhalt;
-    if (typ == kRegText)
-        inhalt = wert.alsText();
-    else if (typ == kRegZahl && passtIn32Bit(wert))
-        inhalt = qint32(wert.alsZahl());
-    else
-        return;
-    einstellungen->beginGroup(wertGruppe(name));
-    einstellungen->setValue(QStringLiteral("Typ"), typ);
-    einstellungen->setValue(QStringLiteral("Inhalt"), inhalt);
+    if (const auto offen = schluesselOeffnen(wurzel, schluessel)) RegWertSetzen(*offen, name, typ, wert);
 }
 
 Wert RegWertLesen(Schluesselwurzel wurzel, const QString& schluessel, const QString& name) {
-    const auto einstellungen = schluesselOeffnen(wurzel, schluessel);
-    if (!einstellungen) return Wert();
-    einstellungen->beginGroup(wertGruppe(name));
-    const QVariant inhalt = einstellungen->value(QStringLiteral("Inhalt"));
-    if (!inhalt.isValid()) return Wert();
-    switch (einstellungen->value(QStringLiteral("Typ")).toInt()) {
-        case kRegText:
-            return Wert(inhalt.toString());
-        case kRegZahl:
-            return Wert(inhalt.toInt());
-        default:
-            return Wert();
-    }
+    Wert wert;
+    if (const auto offen = schluesselOeffnen(wurzel, schluessel)) RegWertAbfragen(*offen, name, wert);
+    return wert;
 }
 
 void RegAblageSetzen(const QString& datei) {
