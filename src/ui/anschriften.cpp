@@ -9,6 +9,20 @@
 #include "data/start.h"
 #include "run/meldungen.h"
 
+namespace {
+
+// False when the desktop has no program for it. Blanks and umlauts are encoded on the way.
+bool SeiteStarten(const QString& adresse) {
+    return QDesktopServices::openUrl(QUrl(adresse));
+}
+
+bool MailStarten(const QString& adresse, const QString& betreff, const QString& inhalt) {
+    return QDesktopServices::openUrl(QUrl(QStringLiteral("mailto:") + adresse + QStringLiteral("?Subject=") +
+                                          betreff + QStringLiteral("&Body=") + inhalt));
+}
+
+}  // namespace
+
 QString Internetadresse() {
     return QStringLiteral("https://www.lindgarn.example/");
 }
@@ -18,16 +32,15 @@ QString Mailadresse() {
 }
 
 void InternetseiteOeffnen() {
-    if (!QDesktopServices::openUrl(QUrl(Internetadresse())))
+    if (!SeiteStarten(Internetadresse()))
         AchtungZeigen(
             QStringLiteral("Es ließ sich kein Internetprogramm starten. Unsere Seite finden Sie unter\r") +
             Internetadresse());
 }
 
 void SupportSchreiben() {
-    const QString betreff = QStringLiteral("?Subject=Supportanfrage%20für%20'Lindgarn%201.0'");
-    const QString inhalt = QStringLiteral("&Body=Anfrage%20von%20%0D%0A");
-    if (!QDesktopServices::openUrl(QUrl(QStringLiteral("mailto:") + Mailadresse() + betreff + inhalt)))
+    if (!MailStarten(Mailadresse(), QStringLiteral("Supportanfrage für 'Lindgarn 1.0'"),
+                     QStringLiteral("Anfrage von ") + QStringLiteral("%0D%0A")))
         AchtungZeigen(QStringLiteral("Es ließ sich kein Mailprogramm starten. Bitte schreiben Sie an\r") +
                       Mailadresse());
 }

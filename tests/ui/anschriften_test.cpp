@@ -23,7 +23,7 @@ class Desktop : public QTextBrowser {
 
   protected:
     void doSetSource(const QUrl& anschrift, QTextDocument::ResourceType) override {
-        geoeffnet += anschrift.toString();
+        geoeffnet += anschrift.toString(QUrl::FullyEncoded);
     }
 };
 
@@ -33,7 +33,9 @@ TEST(Anschriften, GehenAnDenDesktopUndSindFest) {
     SupportSchreiben();
     ASSERT_EQ(desktop.geoeffnet.size(), 2);
     EXPECT_EQ(desktop.geoeffnet[0], Internetadresse());
-    EXPECT_TRUE(desktop.geoeffnet[1].startsWith(QStringLiteral("mailto:") + Mailadresse() + u'?'));
+    EXPECT_EQ(desktop.geoeffnet[1], QStringLiteral("mailto:") + Mailadresse() +
+                                        QStringLiteral("?Subject=Supportanfrage%20f%C3%BCr%20'Lindgarn%201.0'"
+                                                       "&Body=Anfrage%20von%20%0D%0A"));
 }
 
 }  // namespace
