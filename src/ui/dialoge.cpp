@@ -84,6 +84,18 @@ void zeilenErhalten(QMessageBox& kasten) {
     label->setMinimumWidth(std::min(text, int(kAnteil * kasten.screen()->availableSize().width())));
 }
 
+// The dialog takes its patterns from the last brackets, with blanks between, and hides those.
+QString mitMustern(const QString& filter) {
+    const qsizetype klammer = filter.lastIndexOf(u'(');
+    return filter + u' ' + filter.mid(klammer).replace(u';', u' ');
+}
+
+QStringList mitMustern(const QStringList& filter) {
+    QStringList ergebnis;
+    for (const QString& einer : filter) ergebnis << mitMustern(einer);
+    return ergebnis;
+}
+
 // The pointer of a long action must not stand over a question.
 class OhneSanduhr {
   public:
@@ -169,11 +181,15 @@ std::optional<Dateiwahl> DateiErfragen(const Dateifrage& frage) {
     QFileDialog dialog(oberstesFenster(), QStringLiteral("Öffnen"), frage.ordner);
     dialog.setObjectName(QString::fromUtf16(kDateifenster));
     dialog.setFileMode(QFileDialog::ExistingFile);
-    dialog.setNameFilters(frage.filter);
-    dialog.selectNameFilter(frage.filter.value(frage.filterIndex - 1));
+    const QStringList filter = mitMustern(frage.filter);
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
+    dialog.setNameFilters(filter);
+    dialog.selectNameFilter(filter.value(frage.filterIndex - 1));
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return std::nullopt;
-    const int filter = int(frage.filter.indexOf(dialog.selectedNameFilter()));
-    return Dateiwahl{dialog.selectedFiles().constFirst(), filter < 0 ? frage.filterIndex : filter + 1};
+    // Named with its patterns or as it is shown, by the version of the dialog.
+    const QString gewaehlt = dialog.selectedNameFilter();
+    const int stelle = int(std::max(filter.indexOf(gewaehlt), frage.filter.indexOf(gewaehlt)));
+    return Dateiwahl{dialog.selectedFiles().constFirst(), stelle < 0 ? frage.filterIndex : stelle + 1};
 }
 
 void DialogantwortenSetzen(Dialogantworten neue) {

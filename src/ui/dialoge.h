@@ -16,7 +16,8 @@ struct Eingabefrage {
     QString vorgabe;
 };
 
-// What the file dialog is opened with. A filter reads "Microsoft Access Datenbank (*.mdb)".
+// What the file dialog is opened with. A filter is shown as it stands and ends in its patterns, several of
+// them with ";" between: "Alle Datendateien (*.mdb;*.xls;*.dbf)".
 struct Dateifrage {
     QStringList filter;
     int filterIndex = 1;  // from 1

@@ -20,7 +20,7 @@ namespace {
 constexpr char16_t kRegVerzeichnis[] = u"SV";  // the folder of the last chosen file
 
 const QStringList& dateifilter() {
-    static const QStringList filter{QStringLiteral("Alle Datendateien (*.mdb *.xls *.dbf)"),
+    static const QStringList filter{QStringLiteral("Alle Datendateien (*.mdb;*.xls;*.dbf)"),
                                     QStringLiteral("Microsoft Access Datenbank (*.mdb)"),
                                     QStringLiteral("Microsoft Excel Tabelle (*.xls)"),
                                     QStringLiteral("dBase 5 Datenbank (*.dbf)"),

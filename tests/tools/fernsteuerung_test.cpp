@@ -156,6 +156,7 @@ TEST_F(Fernsteuerung, DerDateidialogWirdBeantwortet) {
     tu("warten", {{"auf", "meldung"}});
     const QJsonValue gezeigt = tu("dateidialog", {{"abbrechen", true}});
     EXPECT_EQ(gezeigt["filter"].toArray().size(), 6);
+    EXPECT_EQ(gezeigt["filter"][0], "Alle Datendateien (*.mdb;*.xls;*.dbf)");
     EXPECT_FALSE(gezeigt["ordner"].toString().isEmpty());
     EXPECT_EQ(lesen("tbxDatenbankName")["text"], QJsonValue(""));
     klicken("btnDatenbankAuswählen");

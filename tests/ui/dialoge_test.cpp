@@ -4,10 +4,16 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFile>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
+#include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -97,6 +103,42 @@ TEST(Dialoge, DerFehlerkastenHatDreiKnoepfeUndWaehltIgnorieren) {
         },
         QStringLiteral("Wiederholen"));
     EXPECT_EQ(MeldungAnzeigen(kFehler), Knopf::Wiederholen);
+}
+
+QStringList dateienIn(const QFileDialog& dialog) {
+    const auto* liste = dialog.findChild<QListView*>(QStringLiteral("listView"));
+    QStringList namen;
+    for (int i = 0; i < liste->model()->rowCount(liste->rootIndex()); ++i)
+        namen << liste->model()->index(i, 0, liste->rootIndex()).data().toString();
+    return namen;
+}
+
+TEST(Dialoge, DerDateidialogZeigtDieFilterWieSieDastehen) {
+    const QStringList filter{QStringLiteral("Alle Datendateien (*.mdb;*.xls;*.dbf)"),
+                             QStringLiteral("Microsoft Excel Tabelle (*.xls)"),
+                             QStringLiteral("dBase 5 Datenbank (*.dbf)")};
+    QTemporaryDir ordner;
+    for (const char* name : {"A.XLS", "b.mdb", "c.txt"})
+        ASSERT_TRUE(QFile(ordner.filePath(QString::fromUtf8(name))).open(QIODevice::WriteOnly));
+    QTimer::singleShot(0, qApp, [&] {
+        auto* dialog = dynamic_cast<QFileDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        auto* liste = dialog->findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+        QStringList gezeigt;
+        for (int i = 0; i < liste->count(); ++i) gezeigt << liste->itemText(i);
+        EXPECT_EQ(gezeigt, filter);
+        EXPECT_EQ(liste->currentIndex(), 0);
+        EXPECT_TRUE(QTest::qWaitFor([&] { return dateienIn(*dialog) == QStringList{"A.XLS", "b.mdb"}; }));
+        dialog->selectNameFilter(dialog->nameFilters().at(1));
+        EXPECT_TRUE(QTest::qWaitFor([&] { return dateienIn(*dialog) == QStringList{"A.XLS"}; }));
+        dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(QStringLiteral("A.XLS"));
+        dialog->findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open)->click();
+        if (dialog->isVisible()) dialog->reject();
+    });
+    const std::optional<Dateiwahl> wahl = DateiErfragen({filter, 1, ordner.path()});
+    ASSERT_TRUE(wahl);
+    EXPECT_EQ(wahl->datei, ordner.filePath("A.XLS"));
+    EXPECT_EQ(wahl->filterIndex, 2);
 }
 
 TEST(Dialoge, EineEingabeKommtZurueckOderNichts) {

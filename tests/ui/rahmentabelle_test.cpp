@@ -55,7 +55,7 @@ TEST_F(Datenbankwahl, DerDateidialogNenntDieFormateUndMerktDenOrdner) {
     QTest::mouseClick(haupt().rahmenDatenbank->btnDatenbankAuswählen, Qt::LeftButton);
     ASSERT_EQ(dateifragen.size(), 1u);
     EXPECT_EQ(dateifragen[0].filter,
-              (QStringList{"Alle Datendateien (*.mdb *.xls *.dbf)", "Microsoft Access Datenbank (*.mdb)",
+              (QStringList{"Alle Datendateien (*.mdb;*.xls;*.dbf)", "Microsoft Access Datenbank (*.mdb)",
                            "Microsoft Excel Tabelle (*.xls)", "dBase 5 Datenbank (*.dbf)",
                            "dBase IV Datenbank (*.dbf)", "dBase III Datenbank (*.dbf)"}));
     EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankName->text(), QString());

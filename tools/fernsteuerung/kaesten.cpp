@@ -2,6 +2,7 @@
 #include "kaesten.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
@@ -99,6 +100,14 @@ void filterWaehlen(QFileDialog& dialog, int filter) {
     dialog.selectNameFilter(dialog.nameFilters().at(filter - 1));
 }
 
+// The filters as they stand in the dialog's list.
+QStringList filterliste(const QFileDialog& dialog) {
+    QStringList texte;
+    if (const auto* liste = dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo")))
+        for (int i = 0; i < liste->count(); ++i) texte << liste->itemText(i);
+    return texte;
+}
+
 QAbstractButton* dialogknopf(const QFileDialog& dialog, QDialogButtonBox::StandardButton welcher) {
     const auto* leiste = dialog.findChild<QDialogButtonBox*>();
     QAbstractButton* knopf = leiste ? leiste->button(welcher) : nullptr;
@@ -119,7 +128,7 @@ Vorgang klickMitErgebnis(QAbstractButton* knopf, const QJsonValue& ergebnis) {
 Vorgang dateidialog(const QJsonObject& b) {
     auto* dialog = qobject_cast<QFileDialog*>(ObersterDateidialog());
     if (!dialog) throw Abgelehnt(QStringLiteral("Der Dateidialog ist nicht offen."));
-    const QJsonObject bild{{"filter", QJsonArray::fromStringList(dialog->nameFilters())},
+    const QJsonObject bild{{"filter", QJsonArray::fromStringList(filterliste(*dialog))},
                            {"ordner", dialog->directory().absolutePath()}};
     if (b.value("abbrechen").toBool())
         return klickMitErgebnis(dialogknopf(*dialog, QDialogButtonBox::Cancel), bild);
