@@ -72,11 +72,15 @@ TEST_F(Muellsuche, WasDerBenutzerZurueckholtBleibt) {
 }
 
 TEST_F(Muellsuche, AusgenommeneTypenWerdenNieGeprueft) {
-    tabelleAnlegen(
-        quelle,
-        {{u"Nr", {}, dao::dbDate, 8}, {u"Firma", {}, dao::dbCurrency, 8}, {u"Mail", {}, dao::dbBoolean, 1}},
-        {{Wert::null(), Wert::null(), false}});
+    tabelleAnlegen(quelle,
+                   {{u"Nr", {}, dao::dbDate, 8},
+                    {u"Firma", {}, dao::dbCurrency, 8},
+                    {u"Mail", {}, dao::dbBoolean, 1},
+                    {u"Zeit", {}, dao::dbTime, 8}},
+                   {{Wert::null(), Wert::null(), false, Wert::null()}});
     bereit();
+    gFeldAnzahl = 4;
+    gZuordnungenTabelle1.push_back({1, 1});
     f().erwarte(QStringLiteral("Es wurden keine Mülldatensätze gefunden."));
     starten();
     nichtsGeblieben();
@@ -107,16 +111,45 @@ TEST_F(Muellsuche, OhneBefund) {
 }
 
 TEST_F(Muellsuche, SteuerspaltenDerQuelleWerdenErsetzt) {
-    tabelleAnlegen(quelle, {{u"TEMP_AMK"}, {u"Firma"}, {u"Mail"}},
-                   {{u"alt", Wert::null(), u"a@b"}, {u"alt", u"x", u"y@z"}});
+    tabelleAnlegen(quelle,
+                   {{u"TEMP_AMK"},
+                    {u"Firma"},
+                    {u"Mail"},
+                    {u"TEMP_DSS", {}, dao::dbLong, 4},
+                    {u"TEMP_DSN", {}, dao::dbLong, 4}},
+                   {{u"alt", Wert::null(), u"a@b", 99, 99}, {u"alt", u"x", u"y@z", 99, 99}});
     bereit();
     gZuordnungenTabelle1 = {{0, 1}, {2, 1}, {6, 1}};
     f().beimNachbearbeiten = [this] {
         EXPECT_EQ(felder(ziel), texte({u"Firma", u"Mail", u"TEMP_DSS", u"TEMP_DSN", u"TEMP_AMK"}));
+        EXPECT_EQ(ergebnis(u"TEMP_DSN"), texte({u"1", u"2"}));
     };
     starten();
     EXPECT_EQ(gRahmen, 23);
     EXPECT_EQ(spalte(quelle, QStringLiteral("TEMP_AMK")), texte({u"alt", u"alt"}));
+}
+
+TEST_F(Muellsuche, EinSatzDerSichNichtPruefenLaesst) {
+    adressen(gemischt);
+    f().beimEreignis = [this] {
+        if (f().informationen.last().startsWith(QStringLiteral("Durchsuche")))
+            gDatenbank->Execute(QStringLiteral("DELETE * FROM [Ziel] WHERE [TEMP_DSN] = 2"));
+    };
+    erwarteFehler(QStringLiteral("Fehler bei der Ausführung der Müllsuche."), Knopf::Abbrechen);
+    starten();
+    EXPECT_TRUE(gFehler);
+    nichtsGeblieben();
+}
+
+TEST_F(Muellsuche, EinEndeDasNichtGelingt) {
+    adressen(gemischt);
+    f().beimNachbearbeiten = [this] {
+        gDatenbank->TableDefs().Item(ziel).Fields().Delete(QStringLiteral("TEMP_DSN"));
+    };
+    erwarteFehler(QStringLiteral("Fehler beim Beenden der Müllsuche."), Knopf::Abbrechen);
+    starten();
+    EXPECT_TRUE(gFehler);
+    nichtsGeblieben();
 }
 
 class MuellsucheAnDerGrenze : public Muellsuche, public testing::WithParamInterface<int> {};
