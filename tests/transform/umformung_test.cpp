@@ -84,6 +84,49 @@ TEST_F(Splitlauf, DreiFelderAusZweien) {
               texte({u"Splitte Feld(er) ...", u"Lösche alte Felder ...", u"Schreibe die Datei ..."}));
 }
 
+TEST_F(Splitlauf, ZweiGrosseFelderGebenHoechstensZweihundertfuenfundfuenfzig) {
+    tabelleAnlegen(quelle, {{u"Ort", {}, dao::dbText, 200}, {u"Name", {}, dao::dbText, 100}},
+                   {{u"0228/123456", u"0228/123457"}});
+    oeffnen();
+    plzOrt();
+    f().splitten.typ = 4;
+    f().splitten.feld2 = QStringLiteral("Name");
+    splitten();
+    for (const char16_t* feld : {u"PLZ neu", u"Ort neu", u"unbenutzt"}) EXPECT_EQ(groesse(feld), 255);
+}
+
+// The form of address is told in full, whatever its abbreviation had room for.
+TEST_F(Splitlauf, EinTeilDerNichtInsFeldPasstFuehrtZumFehlerkasten) {
+    tabelleAnlegen(quelle, {{u"Ort", {}, dao::dbText, 3}}, {{u"Hr."}, {u"H. "}});
+    oeffnen();
+    plzOrt();
+    f().splitten.typ = 2;
+    erwarteFehler(QStringLiteral("Fehler beim Splitten der Felder \ran der Position: 0"), Knopf::Ignorieren);
+    splitten();
+    EXPECT_EQ(gRahmen, 32);
+    EXPECT_EQ(ergebnis(u"Ort"), texte({u"Hr.", u"H. "}));
+    EXPECT_EQ(ergebnis(u"PLZ neu"), texte({u"-", u"H."}));
+}
+
+struct Stapel {
+    int saetze;
+    int bleiben;  // when what is open is rolled back behind the last one
+};
+class SplitlaufInStapeln : public Splitlauf, public testing::WithParamInterface<Stapel> {};
+INSTANTIATE_TEST_SUITE_P(Saetze, SplitlaufInStapeln, testing::Values(Stapel{500, 1}, Stapel{1500, 1001}));
+
+TEST_P(SplitlaufInStapeln, SchonDerErsteSatzEndetEineTransaktion) {
+    const int letzter = GetParam().saetze - 1;
+    adressen(std::vector<std::vector<Wert>>(size_t(letzter) + 1, {1, u"53111 Bonn", u"Meyer"}));
+    plzOrt();
+    f().beimEreignis = [letzter] {
+        if (gFortschrittWert == letzter) gArbeitsbereich->Rollback();
+    };
+    f().sonst = [](const Meldung&) { return Knopf::Ignorieren; };
+    splitten();
+    EXPECT_EQ(ergebnis(u"Nr").size(), GetParam().bleiben);
+}
+
 TEST_F(Splitlauf, EinIndexfeldBleibtUndWirdGenannt) {
     adressen({{1, u"53111 Bonn", u"Meyer"}}, {QStringLiteral("Ort")});
     plzOrt();
@@ -234,6 +277,17 @@ TEST_F(Verschmelzlauf, EinIndexfeldBleibtUndDasAndereGeht) {
     verschmelzen();
     EXPECT_EQ(gRahmen, 42);
     EXPECT_EQ(felder(ziel), texte({u"Nr", u"Ort", u"Beides"}));
+}
+
+TEST_F(Verschmelzlauf, EinIndexfeldAnZweiterStelleBleibtEbenso) {
+    adressen({{1, u"Bonn", u"Meyer"}}, {QStringLiteral("Name")});
+    ortUndName();
+    f().verschmelzen.loeschen = true;
+    f().erwarte(QStringLiteral(
+        "Das Feld \"Name\" konnte nicht gelöscht werden.\rVermutlich handelt es sich um ein Indexfeld."));
+    verschmelzen();
+    EXPECT_EQ(gRahmen, 42);
+    EXPECT_EQ(felder(ziel), texte({u"Nr", u"Beides", u"Name"}));
 }
 
 TEST_F(Verschmelzlauf, AbbruchUndFehlerLassenNichtsZurueck) {
