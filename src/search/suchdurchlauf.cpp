@@ -28,6 +28,16 @@ QString nachSortierung(const QString& sortierung) {
            sortierung + u'"';
 }
 
+// What the error box says about the place: a block, or where the neighbours are looked at.
+QString imBereich(qint64 erster, qint64 letzter) {
+    return QStringLiteral("im Bereich ") + QString::number(erster) + QStringLiteral(" bis ") +
+           QString::number(letzter);
+}
+
+QString anDerPosition() {
+    return QStringLiteral("an der Position ") + QString::number(gArbeitsPosition);
+}
+
 // A failure that a deeper handler was told to stop at; told once more here, as the failure of the pass.
 void fehlerWeitergeben() {
     if (gFehler) throw EngineFehler(0, QStringLiteral("Der Vergleich wurde abgebrochen."));
@@ -59,11 +69,12 @@ bool nachbarnVergleichen(Durchgang& d) {
     FortschrittStarten(anzahl - 1, 0.3);
     d.s.tu([] { Gesetzt(gArbeitsDaten).MoveFirst(); });
     while (gArbeitsPosition < anzahl) {
-        d.stelle = QStringLiteral("an der Position ") + QString::number(gArbeitsPosition);
         d.vergleich.NachbarVergleichen(gArbeitsPosition);
+        d.stelle = anDerPosition();
         d.s.tu(fehlerWeitergeben);
         if (gAbbruch) return false;
     }
+    d.stelle = imBereich(0, 0);
     FortschrittBeenden();
     return true;
 }
@@ -111,6 +122,7 @@ std::vector<Suchblock> bloeckeSuchen(Durchgang& d) {
     fenster().information(QStringLiteral("Berechne notwendige Zeit ..."));
     FortschrittLeeren();
     d.s.tu([&] { Gesetzt(gBlockDaten).MoveFirst(); });
+    d.stelle = imBereich(1, 0);                                   // the first block, whose end is not known
     d.s.tu([&] { Gesetzt(gBlockDaten).Fields(d.blockSpalte); });  // raises for a column that is not there
     int spalten = 0;
     d.s.tu([&] { spalten = Gesetzt(gBlockDaten).FieldsCount(); });
@@ -143,8 +155,7 @@ bool bloeckeVergleichen(Durchgang& d) {
     FortschrittLeeren();
     FortschrittStarten(vergleiche, 0.3);
     for (const Suchblock& block : bloecke) {
-        d.stelle = QStringLiteral("im Bereich ") + QString::number(block.erster) + QStringLiteral(" bis ") +
-                   QString::number(block.letzter);
+        d.stelle = imBereich(block.erster, block.letzter);
         d.vergleich.BereichVergleichen(block.erster, block.letzter);
         d.s.tu(fehlerWeitergeben);
         if (gAbbruch) return false;
@@ -158,7 +169,7 @@ bool bloeckeVergleichen(Durchgang& d) {
 
 void SuchdurchlaufAusfuehren(int blockSpalte, int blockLaenge, const QString& sortierung, bool quick,
                              Bereichsvergleich& vergleich) {
-    QString stelle = quick ? QStringLiteral("an der Position 1") : QStringLiteral("im Bereich 0 bis 0");
+    QString stelle = imBereich(0, 0);
     Schritte s([&] { return QStringLiteral("Fehler bei der Dublettensuche ") + stelle + u'.'; });
     Durchgang d{s, blockSpalte, blockLaenge, sortierung, stelle, vergleich};
     s.ablauf(

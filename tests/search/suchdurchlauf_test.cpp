@@ -127,9 +127,58 @@ TEST_F(Durchlauf, AnIgnoredColumnInFrontMovesTheBlockColumn) {
 TEST_F(Durchlauf, AnIgnoredColumnAsSortFieldIsReported) {
     adressen({{u"Egal", {0, 1}}, {u"Ort", {3, 8}}}, {{u"", u"Köln"}, {u"", u"Köln"}});
     pufferFuellen();
-    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche im Bereich 0 bis 0."), Knopf::Abbrechen);
-    laufen(0, 2, QStringLiteral("[Egal]"));
+    for (const bool quick : {false, true}) {
+        gFehler = false;
+        erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche im Bereich 0 bis 0."), Knopf::Abbrechen);
+        laufen(0, 2, QStringLiteral("[Egal]"), quick);
+        EXPECT_TRUE(gFehler);
+    }
+}
+
+TEST_F(Durchlauf, ABlockColumnBehindTheWorkTableIsReported) {
+    // Of ten columns the work table has the last one and the four control columns.
+    std::vector<Spaltenvorgabe> spalten;
+    for (const char16_t* name : {u"A", u"B", u"C", u"D", u"E", u"F", u"G", u"H", u"I"})
+        spalten.push_back({name, {0, 1}});
+    spalten.push_back({u"Ort", {3, 8}});
+    adressen(spalten, {std::vector<Wert>(10, u"Köln"), std::vector<Wert>(10, u"Köln")});
+    pufferFuellen();
+    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche im Bereich 1 bis 0."), Knopf::Abbrechen);
+    laufen(9, 2, QStringLiteral("[Ort]"));
     EXPECT_TRUE(gFehler);
+}
+
+// Two blocks, the second one without its last record by the time it is to be read.
+class DurchlaufMitLuecke : public Durchlauf {
+  protected:
+    DurchlaufMitLuecke() {
+        adressen({satz(u"Anton"), satz(u"Anton"), satz(u"Meyer"), satz(u"Meyer"), satz(u"Meyer")});
+        pufferFuellen();
+        gRelevanz = 0.9f;
+        f().beimEreignis = [this] {
+            if (!f().informationen.last().startsWith(QStringLiteral("Durchsuche"))) return;
+            gDatenbank->Execute(QStringLiteral("DELETE * FROM [TEMP_DS] WHERE [TEMP_DSN] = 5"));
+        };
+    }
+};
+
+// By the letter, which reads each record when its turn has come.
+TEST_F(DurchlaufMitLuecke, ABlockThatCannotBeReadIsReportedWithItsPlace) {
+    gRelevanz = 0;
+    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche im Bereich 3 bis 5\ran der Stelle 3."),
+                  Knopf::Abbrechen);
+    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche im Bereich 3 bis 5."), Knopf::Abbrechen);
+    laufen(0, 2, QStringLiteral("[Firma]"));
+    EXPECT_TRUE(gFehler);
+}
+
+TEST_F(DurchlaufMitLuecke, ANeighbourThatCannotBeReadIsReportedWithItsPlace) {
+    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche (Quickmodus) an der Stelle 5."),
+                  Knopf::Abbrechen);
+    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche an der Position 5."), Knopf::Abbrechen);
+    laufen(0, 2, QStringLiteral("[Firma]"), true);
+    EXPECT_TRUE(gFehler);
+    EXPECT_EQ((Paarliste{{1, 2}, {3, 4}}), paarliste());
 }
 
 TEST_F(Durchlauf, AnAbortLeavesTheLoops) {
@@ -172,7 +221,8 @@ TEST_F(Durchlauf, TooManyWordsAreReportedByTheComparisonItself) {
     EXPECT_TRUE(Paare().empty());
     gFehler = false;
     erwarteFehler(meldung, Knopf::Abbrechen);
-    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche an der Position 1."), Knopf::Abbrechen);
+    // Both records have been fetched by then.
+    erwarteFehler(QStringLiteral("Fehler bei der Dublettensuche an der Position 2."), Knopf::Abbrechen);
     laufen(2, 1, QStringLiteral("[PLZ]"), true);
     EXPECT_TRUE(gFehler);
 }
