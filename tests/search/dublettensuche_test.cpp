@@ -3,6 +3,7 @@
 
 #include "fields/einstellungen.h"
 #include "search/anreicherung.h"
+#include "search/puffer.h"
 #include "search/suchbank.h"
 
 namespace {
@@ -85,6 +86,30 @@ TEST_F(Suche, TheFirstFieldThatIsSetMakesTheBlocks) {
     suchen();
     EXPECT_EQ(1, f().informationen.filter(QStringLiteral("\"[Ort],[Firma]\"")).size());
     EXPECT_EQ(2, gDublettenAnzahl);
+}
+
+TEST_F(Suche, TheBlockColumnIsCountedInTheSourceAndLookedUpInTheWorkTable) {
+    // Sorted by town; with the ignored column in front the blocks are those of the firm.
+    adressen({{u"Egal", {0, 1}}, {u"Ort", {0, 0}}, {u"Firma", {2, 1}}, {u"Rest", {0, 0}}},
+             {{u"", u"Köln", u"Meyer", u""}, {u"", u"Bonn", u"Meyer", u""}, {u"", u"Köln", u"Schulz", u""}});
+    durchlauf(0, {1}, 2);
+    suchen(false);
+    EXPECT_EQ(1, f().informationen.filter(QStringLiteral("\"[Ort]\"")).size());
+    EXPECT_EQ(texte({u"13", u"13", u"11"}), spalteZiel(u"TEMP_DSS"));
+}
+
+TEST_F(Suche, NothingToCompareInALaterPassEndsTheSearchWithWhatItFound) {
+    adressen({{u"Meyer", u"Lindenhof 1", u"50667", u"Köln"}, {u"Meyer", u"Lindenhof 1", u"60311", u"Köln"}});
+    suchen();
+    EXPECT_EQ(2, gDublettenAnzahl);
+    ArbeitstabelleLoeschen();
+    durchlauf(1, {2}, 5);
+    f().erwarte(QStringLiteral(
+        "Kein Vergleich notwendig.\r\nVersuchen sie es eventuell noch einmal mit dem Quicksuche-Modus."));
+    DublettensucheStarten(quelle, QStringLiteral("Zweites Ziel"));
+    EXPECT_TRUE(gAbbruch);
+    EXPECT_EQ(3, gRahmen);
+    EXPECT_FALSE(vorhanden(QStringLiteral("Zweites Ziel")));
 }
 
 TEST_F(Suche, TheSliderSetsTheThreshold) {
@@ -328,6 +353,15 @@ TEST(Anreicherung, OnlyEmptyAndNullFallBackToTheWholeValue) {
     EXPECT_EQ(Wert(u"ganz"), AngereicherterWert(bestes, 0, {3, 8}));
     EXPECT_EQ(Wert(u""), AngereicherterWert(bestes, 0, {3, 3})) << "two missing parts join to a text";
     EXPECT_EQ(Wert(u"/"), AngereicherterWert(bestes, 0, {5, 3}));
+}
+
+TEST(Anreicherung, WithoutFormAndTitleTheAddressIsAnEmptyText) {
+    EinstellungenAnwenden({});
+    Gruppenbestes bestes;
+    bestes.ganz = {Wert(u"Firma")};
+    TeilSammeln(bestes, kAnrede, u"Firma");
+    AnredeZusammensetzen(bestes);
+    EXPECT_EQ(Wert(u""), AngereicherterWert(bestes, 0, {4, 1}));
 }
 
 TEST(Anreicherung, FormOfAddressAndTitlesAreCollectedApart) {

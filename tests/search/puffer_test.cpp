@@ -97,9 +97,10 @@ TEST_F(Puffer, AnIgnoredColumnInAnIndexStopsTheRunBeforeTheTargetIsMade) {
 TEST_F(Puffer, ControlColumnsOfTheSourceAreMadeNew) {
     adressen({{u"TEMP_DSS", {0, 0}, dao::dbText, 5},
               {u"TEMP_DSN", {0, 0}, dao::dbLong, 4},
+              {u"TEMP_BN", {0, 0}, dao::dbLong, 4},
               {u"TEMP_AMK", {0, 0}},
               {u"Ort", {0, 0}}},
-             {{u"7", 99, u"alt", u"Köln"}});
+             {{u"7", 99, 5, u"alt", u"Köln"}});
     pufferFuellen();
     EXPECT_FALSE(Angehalten());
     for (const QString& tabelle : {arbeit, ziel}) {
@@ -108,6 +109,7 @@ TEST_F(Puffer, ControlColumnsOfTheSourceAreMadeNew) {
                   felder(tabelle));
         EXPECT_EQ(QStringList{QStringLiteral("11")}, spalte(tabelle, QStringLiteral("TEMP_DSS")));
         EXPECT_EQ(QStringList{QStringLiteral("1")}, spalte(tabelle, QStringLiteral("TEMP_DSN")));
+        EXPECT_EQ(QStringList{QStringLiteral("0")}, spalte(tabelle, QStringLiteral("TEMP_BN")));
         EXPECT_EQ(QStringList{QStringLiteral("")}, spalte(tabelle, QStringLiteral("TEMP_AMK")));
     }
 }
