@@ -4,6 +4,8 @@
 #include <QString>
 #include <optional>
 
+class Schritte;
+
 enum class Symbol { Keines, Information, Ausrufezeichen, Kritisch };
 enum class Knoepfe { Ok, JaNein, AbbrechenWiederholenIgnorieren };
 enum class Knopf : int { Ok = 1, Abbrechen = 3, Wiederholen = 4, Ignorieren = 5, Ja = 6, Nein = 7 };
@@ -70,10 +72,10 @@ class Fenster {
     // Shows a modal box and returns the button pressed.
     virtual Knopf meldungZeigen(const Meldung& meldung) = 0;
 
-    // Frames. Filling and checking may raise EngineFehler; checking shows its own messages and returns
-    // whether all is well. `rahmen` is a frame number.
+    // Frames. Filling runs as steps of the caller's procedure. Checking may raise EngineFehler; it shows its
+    // own messages and returns whether all is well. `rahmen` is a frame number.
     virtual void rahmenSichtbar(int rahmen, bool sichtbar) = 0;
-    virtual void rahmenFuellen(int rahmen) = 0;
+    virtual void rahmenFuellen(int rahmen, Schritte& s) = 0;
     virtual bool rahmenPruefen(int rahmen) = 0;
     virtual void zurueckSichtbar(bool sichtbar) = 0;
     virtual void weiterSichtbar(bool sichtbar) = 0;

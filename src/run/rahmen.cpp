@@ -260,7 +260,7 @@ void RahmenOeffnen(int rahmen, bool fuellen) {
     s.ablauf(
         [&] {
             s.tu([&] { knoepfeBeimOeffnen(rahmen); });
-            if (fuellen) s.tu([&] { fenster().rahmenFuellen(rahmen); });
+            if (fuellen) fenster().rahmenFuellen(rahmen, s);
             s.tu([&] { fenster().rahmenSichtbar(rahmen, true); });
             gRahmen = qint16(rahmen);
         },

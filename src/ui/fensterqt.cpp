@@ -20,8 +20,8 @@ void FensterQt::rahmenSichtbar(int rahmen, bool sichtbar) {
     if (rahmen == kNachbearbeitungDubletten || rahmen == kNachbearbeitungMuell) sanduhr(sichtbar);
 }
 
-void FensterQt::rahmenFuellen(int rahmen) {
-    if (Rahmen* f = haupt_.freRahmen(rahmen)) f->fuellen();
+void FensterQt::rahmenFuellen(int rahmen, Schritte& s) {
+    if (Rahmen* f = haupt_.freRahmen(rahmen)) f->fuellen(s);
 }
 
 bool FensterQt::rahmenPruefen(int rahmen) {

@@ -12,7 +12,7 @@ class FensterQt : public Fenster {
 
     Knopf meldungZeigen(const Meldung& meldung) override;
     void rahmenSichtbar(int rahmen, bool sichtbar) override;
-    void rahmenFuellen(int rahmen) override;
+    void rahmenFuellen(int rahmen, Schritte& s) override;
     bool rahmenPruefen(int rahmen) override;
     void zurueckSichtbar(bool sichtbar) override;
     void weiterSichtbar(bool sichtbar) override;

@@ -33,7 +33,7 @@ RahmenDurchfuehrung::RahmenDurchfuehrung()
     gitter->setRowStretch(5, 1);
 }
 
-void RahmenDurchfuehrung::fuellen() {
+void RahmenDurchfuehrung::fuellen(Schritte&) {
     fortschrittSetzen(0);
 }
 

@@ -9,7 +9,7 @@
 class RahmenDurchfuehrung : public Rahmen {
   public:
     RahmenDurchfuehrung();
-    void fuellen() override;
+    void fuellen(Schritte&) override;
     // 0 to 100. The bar keeps the exact value, also between two whole percents.
     void fortschrittSetzen(float prozent);
     float fortschritt() const { return prozent_; }

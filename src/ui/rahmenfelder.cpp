@@ -70,7 +70,7 @@ RahmenFelder::RahmenFelder()
     spalte->addWidget(lstFelder, 1);
 }
 
-void RahmenFelder::fuellen() {
+void RahmenFelder::fuellen(Schritte&) {
     setTitle(OhneKuerzel(QStringLiteral(" Zuordnung der Felder von '%1' ").arg(gZuordnungsTabelle)));
     lstFelder->clear();
     QStringList zeilen;

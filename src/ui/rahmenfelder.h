@@ -26,7 +26,7 @@ class RahmenFelder : public Rahmen {
   public:
     RahmenFelder();
     // Proposes the kinds of the fields of `gZuordnungsTabelle`.
-    void fuellen() override;
+    void fuellen(Schritte&) override;
 
     Feldliste* lstFelder;
     QMenu* mnuFeldArten;

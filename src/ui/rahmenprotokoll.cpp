@@ -4,6 +4,7 @@
 #include <QGridLayout>
 
 #include "data/datenzugriff.h"
+#include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/bausteine.h"
 
@@ -38,10 +39,11 @@ RahmenProtokoll::RahmenProtokoll(const Protokollart& art)
     gitter->setColumnStretch(1, 2);
 }
 
-void RahmenProtokoll::fuellen() {
-    const Protokollzahlen zahlen =
-        art_.zahlen({DatensaetzeDerTabelle(gAusgangsTabelle), DatensaetzeDerTabelle(gZielTabelle),
-                     gDublettenAnzahl, gAnzahlAngereichert, gMuellAnzahl});
+void RahmenProtokoll::fuellen(Schritte& s) {
+    Ergebniszahlen ergebnis{0, 0, gDublettenAnzahl, gAnzahlAngereichert, gMuellAnzahl};
+    s.tu([&] { ergebnis.gesamt = DatensaetzeDerTabelle(gAusgangsTabelle); });
+    s.tu([&] { ergebnis.nach = DatensaetzeDerTabelle(gZielTabelle); });
+    const Protokollzahlen zahlen = art_.zahlen(ergebnis);
     for (size_t i = 0; i < balken_.size(); ++i) balken_[i]->anteilSetzen(zahlen.anteile[i]);
     for (size_t i = 0; i < texte_.size(); ++i) texte_[i]->setText(zahlen.texte[i]);
 }

@@ -12,7 +12,7 @@ class RahmenProtokoll : public Rahmen {
   public:
     explicit RahmenProtokoll(const Protokollart& art);
     // Counts the source and the result, and shows the run's figures.
-    void fuellen() override;
+    void fuellen(Schritte& s) override;
 
   private:
     const Protokollart& art_;

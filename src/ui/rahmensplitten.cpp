@@ -6,6 +6,7 @@
 
 #include "base/text.h"
 #include "data/datenzugriff.h"
+#include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/bausteine.h"
 
@@ -95,8 +96,9 @@ void RahmenSplitten::anordnen() {
     spalte->addWidget(chkSplittenLöschen);
 }
 
-void RahmenSplitten::fuellen() {
-    const QStringList felder = FeldNamen(gAusgangsTabelle);
+void RahmenSplitten::fuellen(Schritte& s) {
+    QStringList felder;
+    s.tu([&] { felder = FeldNamen(gAusgangsTabelle); });
     for (QComboBox* liste : {cbxSplitten1, cbxSplitten2}) {
         liste->clear();
         liste->addItems(felder);

@@ -13,7 +13,7 @@
 class RahmenSplitten : public Rahmen {
   public:
     RahmenSplitten();
-    void fuellen() override;
+    void fuellen(Schritte& s) override;
     bool pruefen() override;
     Splittoptionen optionen() const;
 

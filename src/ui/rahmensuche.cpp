@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "data/datenzugriff.h"
-#include "run/meldungen.h"
+#include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/bausteine.h"
 
@@ -134,13 +134,14 @@ void RahmenSuche::chkSucheDurchführen_Click(int suche) {
     sdrZeichenRichtig[size_t(suche)]->setEnabled(an);
 }
 
-void RahmenSuche::fuellen() {
-    const QStringList eintraege =
-        QStringList{QStringLiteral("*** Unbenutzt ***")} + FeldNamen(gAusgangsTabelle);
+void RahmenSuche::fuellen(Schritte& s) {
+    QStringList eintraege{QStringLiteral("*** Unbenutzt ***")};
+    s.tu([&] { eintraege += FeldNamen(gAusgangsTabelle); });
     for (size_t i = 0; i < cbxSuchFeld.size(); ++i) {
+        const int wahl = feldMit(kFeldwahl[i]) + 1;
         cbxSuchFeld[i]->clear();
         cbxSuchFeld[i]->addItems(eintraege);
-        cbxSuchFeld[i]->setCurrentIndex(feldMit(kFeldwahl[i]) + 1);
+        cbxSuchFeld[i]->setCurrentIndex(wahl < eintraege.size() ? wahl : 0);
     }
 }
 

@@ -13,7 +13,7 @@ class RahmenSuche : public Rahmen {
   public:
     RahmenSuche();
     // Lists the fields of `gAusgangsTabelle` and chooses by their kinds.
-    void fuellen() override;
+    void fuellen(Schritte& s) override;
     bool pruefen() override;
     Suchoptionen optionen() const;
 

@@ -101,9 +101,9 @@ void RahmenTabelle::tabellenAuflisten() {
     lstTabellen->addItems(TabellenNamen());
 }
 
-void RahmenTabelle::fuellen() {
+void RahmenTabelle::fuellen(Schritte& s) {
     gVorgang = 0;
-    tabellenAuflisten();
+    s.tu([this] { tabellenAuflisten(); });
 }
 
 bool RahmenTabelle::pruefen() {

@@ -10,7 +10,7 @@
 class RahmenTabelle : public Rahmen {
   public:
     RahmenTabelle();
-    void fuellen() override;
+    void fuellen(Schritte& s) override;
     bool pruefen() override;
 
     QListWidget* lstTabellen;

@@ -84,8 +84,9 @@ void RahmenVerschmelzen::anordnen() {
     gitter->setColumnStretch(1, 1);
 }
 
-void RahmenVerschmelzen::fuellen() {
-    const QStringList felder = FeldNamen(gAusgangsTabelle);
+void RahmenVerschmelzen::fuellen(Schritte& s) {
+    QStringList felder;
+    s.tu([&] { felder = FeldNamen(gAusgangsTabelle); });
     for (QComboBox* liste : {cbxVerschmelzen1, cbxVerschmelzen2}) {
         liste->clear();
         liste->addItems(felder);

@@ -26,7 +26,7 @@ class Lueckenwahl : public QRadioButton {
 class RahmenVerschmelzen : public Rahmen {
   public:
     RahmenVerschmelzen();
-    void fuellen() override;
+    void fuellen(Schritte& s) override;
     bool pruefen() override;
     Verschmelzoptionen optionen() const;
 

@@ -69,7 +69,7 @@ RahmenVorgang::RahmenVorgang() : Rahmen(5, QStringLiteral(" Auswahl des Vorgangs
     for (int zeile = 0; zeile < 4; ++zeile) gitter->setRowStretch(zeile, 1);
 }
 
-void RahmenVorgang::fuellen() {
+void RahmenVorgang::fuellen(Schritte&) {
     gVorgang = 0;
 }
 

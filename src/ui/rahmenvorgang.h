@@ -10,7 +10,7 @@
 class RahmenVorgang : public Rahmen {
   public:
     RahmenVorgang();
-    void fuellen() override;
+    void fuellen(Schritte&) override;
 
     std::array<QToolButton*, 6> btnAuswahl;
 

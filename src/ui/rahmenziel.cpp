@@ -75,8 +75,9 @@ RahmenZiel::RahmenZiel()
     gitter->setRowStretch(4, 1);
 }
 
-void RahmenZiel::fuellen() {
-    const QStringList namen = tabellennamen();
+void RahmenZiel::fuellen(Schritte& s) {
+    QStringList namen;
+    s.tu([&] { namen = tabellennamen(); });
     tbxZielTabelle->setText(ZielnameBilden(gAusgangsTabelle, namen, QDate::currentDate()));
     const std::optional<QString> kurzer = KurzerZielname(gDatenbankFormat, gAusgangsTabelle, namen);
     lblKurzerName->setText(

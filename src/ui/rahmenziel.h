@@ -9,7 +9,7 @@
 class RahmenZiel : public Rahmen {
   public:
     RahmenZiel();
-    void fuellen() override;
+    void fuellen(Schritte& s) override;
     bool pruefen() override;
 
     QLineEdit* tbxZielTabelle;

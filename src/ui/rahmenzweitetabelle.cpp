@@ -4,7 +4,7 @@
 #include <QVBoxLayout>
 
 #include "data/datenzugriff.h"
-#include "run/meldungen.h"
+#include "run/schritte.h"
 #include "run/zustand.h"
 #include "ui/bausteine.h"
 
@@ -24,9 +24,9 @@ RahmenZweiteTabelle::RahmenZweiteTabelle(int nummer, const QString& titel, const
     spalte->addStretch();
 }
 
-void RahmenZweiteTabelle::fuellen() {
+void RahmenZweiteTabelle::fuellen(Schritte& s) {
     tabellen_->clear();
-    tabellen_->addItems(TabellenNamen());
+    s.tu([this] { tabellen_->addItems(TabellenNamen()); });
     tabellen_->setCurrentIndex(tabellen_->count() > 0 ? 0 : -1);
 }
 

@@ -11,7 +11,7 @@ class RahmenZweiteTabelle : public Rahmen {
     // The list stands between the two parts of a sentence; the notes stand below.
     RahmenZweiteTabelle(int nummer, const QString& titel, const QString& davor, const QString& liste,
                         const QString& danach, const QStringList& hinweise);
-    void fuellen() override;
+    void fuellen(Schritte& s) override;
     bool pruefen() override;
 
   private:

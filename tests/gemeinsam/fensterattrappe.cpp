@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "run/schritte.h"
+
 namespace {
 
 QString anAus(bool an) {
@@ -55,9 +57,9 @@ void Fensterattrappe::rahmenSichtbar(int rahmen, bool sichtbar) {
     protokoll << QStringLiteral("rahmen ") + QString::number(rahmen) + anAus(sichtbar);
 }
 
-void Fensterattrappe::rahmenFuellen(int rahmen) {
+void Fensterattrappe::rahmenFuellen(int rahmen, Schritte& s) {
     protokoll << QStringLiteral("fuellen ") + QString::number(rahmen);
-    if (beimFuellen) beimFuellen(rahmen);
+    if (beimFuellen) s.tu([&] { beimFuellen(rahmen); });
 }
 
 bool Fensterattrappe::rahmenPruefen(int rahmen) {

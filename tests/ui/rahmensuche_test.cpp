@@ -93,6 +93,17 @@ TEST_F(Suche, EinFeldEinerAbgeschaltetenSucheGenuegt) {
     EXPECT_TRUE(seite().pruefen());
 }
 
+TEST_F(Suche, OhneDieFelderBleibenDieListenUnbenutzt) {
+    bisSuche();
+    gSystemmeldungZeigen = false;
+    gAusgangsTabelle = QStringLiteral("fehlt");
+    erwarte(QStringLiteral("Fehler beim Öffnen des Rahmens 11.\r"), Knopf::Ignorieren);
+    RahmenWechseln(11, 11, false, true);
+    EXPECT_EQ(gRahmen, 11);
+    EXPECT_EQ(auswahl(), QStringList(9, kUnbenutzt));
+    for (const QComboBox* liste : seite().cbxSuchFeld) EXPECT_EQ(liste->count(), 1);
+}
+
 TEST_F(Suche, DerHakenSchaltetListenUndReglerSeinerSuche) {
     bisSuche();
     for (int suche = 0; suche < 3; ++suche) {

@@ -10,7 +10,7 @@ class StummesFenster : public Fenster {
     QString meldungAbholen();
 
     void rahmenSichtbar(int, bool) override {}
-    void rahmenFuellen(int) override {}
+    void rahmenFuellen(int, Schritte&) override {}
     bool rahmenPruefen(int) override { return true; }
     void zurueckSichtbar(bool) override {}
     void weiterSichtbar(bool) override {}
