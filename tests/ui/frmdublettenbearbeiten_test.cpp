@@ -401,6 +401,7 @@ TEST_F(Nachbearbeitung, WaehrendEinesVerschiebensSindDieKnoepfeGesperrt) {
                  {frm->btnFertig, frm->btnAngereichert, frm->btnDublette, frm->btnÜbernehmen})
                 EXPECT_FALSE(gesperrt->isEnabled());
             EXPECT_TRUE(frm->btnAbbrechen->isEnabled());
+            EXPECT_TRUE(frm->btnHilfe->isEnabled());
         };
         klick(frm.get()->*knopf);
         EXPECT_GT(fenster.ereignisse, 0);

@@ -89,6 +89,7 @@ TEST_F(Assistent, DieRahmenTragenIhreTexte) {
         {11, "Nötige Über- einstimmung:"},
         {11, "Sehr niedrig"},
         {11, "niedrig"},
+        {11, "hoch"},
         {11, "Sehr hoch"},
         {11, "Quicksuch-Modus"},
         {11, "Mehrere Ansprechpartner pro Unternehmen zulassen"},
@@ -156,6 +157,11 @@ TEST_F(Assistent, DieMenues) {
     EXPECT_EQ(eintraege, (QStringList{"Programm", "mnuBeenden Beenden", "?", "mnuHilfe Hilfe", "mnuLeer1 ",
                                       "mnuInternetseite Internetseite", "mnuSupport Support", "mnuLeer2 ",
                                       "mnuInfo Info"}));
+}
+
+TEST_F(Assistent, DerMenuepunktBeendenSchliesst) {
+    finde<QAction>("mnuBeenden")->trigger();
+    EXPECT_FALSE(haupt().isVisible());
 }
 
 TEST_F(Assistent, DieKnoepfeAmAnfang) {

@@ -112,6 +112,15 @@ TEST_F(Felder, DieLinkeTasteOeffnetDasMenueDieRechteNicht) {
     menue()->close();
 }
 
+TEST_F(Felder, DasMenueStehtMittigUnterDemZeiger) {
+    bisFelder();
+    const QListWidget* liste = seite().lstFelder;
+    klick(4, Qt::LeftButton);
+    const int zeiger = liste->viewport()->mapToGlobal(liste->visualItemRect(liste->item(4)).center()).x();
+    EXPECT_NEAR(menue()->geometry().center().x(), zeiger, 1);
+    menue()->close();
+}
+
 TEST_F(Felder, OhneMausOeffnenEsLeertasteEingabeUndMenuetaste) {
     bisFelder();
     seite().lstFelder->setCurrentRow(3);

@@ -4,6 +4,9 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include "base/fehler.h"
+#include "engine/dao/oeffner.h"
+#include "engine/jet/mdbdatei.h"
 #include "ui/assistent.h"
 
 namespace {
@@ -66,6 +69,62 @@ TEST_F(Datenbankwahl, DerDateidialogNenntDieFormateUndMerktDenOrdner) {
     EXPECT_EQ(QDir(dateifragen[2].ordner), QDir(ordner.path()));
 }
 
+TEST_F(Datenbankwahl, BeimErstenStartHatDerDialogKeinenOrdner) {
+    bisDatenbank();
+    QTest::mouseClick(haupt().rahmenDatenbank->btnDatenbankAuswählen, Qt::LeftButton);
+    ASSERT_EQ(dateifragen.size(), 1u);
+    EXPECT_EQ(dateifragen[0].ordner, QString());
+    EXPECT_EQ(dateifragen[0].filterIndex, 1);
+}
+
+TEST_F(Datenbankwahl, EineZahlInDerAblageIstKeinOrdner) {
+    bisDatenbank();
+    RegWertSchreiben(Schluesselwurzel::BenutzerAktuell, gRegistrySchluessel, QStringLiteral("SV"), kRegZahl,
+                     Wert(5));
+    QTest::mouseClick(haupt().rahmenDatenbank->btnDatenbankAuswählen, Qt::LeftButton);
+    ASSERT_EQ(dateifragen.size(), 1u);
+    EXPECT_EQ(dateifragen[0].ordner, QString());
+}
+
+// One row off the list of the filters; the last one sets nothing.
+TEST_F(Datenbankwahl, JederFilterSetztSeinFormat) {
+    bisDatenbank();
+    const QStringList formate{"Access", "Dbase 5;", "Dbase IV;", "Dbase III;", "Excel 5.0;", "alt"};
+    for (int filter = 1; filter <= 6; ++filter) {
+        gDatenbankFormat = QStringLiteral("alt");
+        dateiwahl = Dateiwahl{ordner.filePath("x.mdb"), filter};
+        QTest::mouseClick(haupt().rahmenDatenbank->btnDatenbankAuswählen, Qt::LeftButton);
+        EXPECT_EQ(gDatenbankFormat, formate[filter - 1]) << filter;
+    }
+}
+
+TEST_F(Datenbankwahl, EinAbgebrochenerDialogAendertNichts) {
+    bisDatenbank();
+    dateiwahl = Dateiwahl{ordner.filePath("x.mdb"), 2};
+    QTest::mouseClick(haupt().rahmenDatenbank->btnDatenbankAuswählen, Qt::LeftButton);
+    dateiwahl.reset();
+    for (int i = 0; i < 2; ++i)
+        QTest::mouseClick(haupt().rahmenDatenbank->btnDatenbankAuswählen, Qt::LeftButton);
+    EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankName->text(), ordner.filePath("x.mdb"));
+    EXPECT_EQ(gDatenbankFormat, u"Dbase 5;");
+    EXPECT_EQ(dateifragen[2].ordner, dateifragen[1].ordner);
+}
+
+TEST_F(Datenbankwahl, EineExcelTabelleWirdGeoeffnetUndIhrNachteilGesagt) {
+    bisDatenbank();
+    dao::DateiOeffnerSetzen(dao::Dateiart::Excel, jet::mdbOeffnen);  // whatever stands in the file
+    haupt().rahmenDatenbank->tbxDatenbankName->setText(kopie(QStringLiteral("a.xls")));
+    erwarte(
+        QStringLiteral("Sie verwenden eine Excel-Tabelle.\r"
+                       "Es wird empfohlen, diese mit dem entsprechenden Programm in \r"
+                       "eine Access-Datenbank zu konvertieren, da jene ein erheblich\r"
+                       "besseres Leistungsverhalten aufweisen."));
+    weiter();
+    EXPECT_EQ(letzteMeldung().titel, u" Hinweis");
+    EXPECT_EQ(letzteMeldung().symbol, Symbol::Information);
+    EXPECT_EQ(gRahmen, 3);
+}
+
 // Writing into a file that somebody else has changed since it was opened is refused: only a file that was
 // opened anew takes the new name.
 // What is dragged, and whether the frame takes it.
@@ -108,6 +167,9 @@ TEST_F(Datenbankwahl, ZurueckUndWeiterOeffnetNeu) {
         datei.setFileTime(QDateTime::currentDateTime().addSecs(-3600), QFileDevice::FileModificationTime));
     datei.close();
     zurueck();
+    zurueck();
+    EXPECT_EQ(gRahmen, 1);
+    weiter();
     EXPECT_EQ(gRahmen, 2);
     EXPECT_EQ(haupt().rahmenDatenbank->tbxDatenbankName->text(), datei.fileName());
     weiter();
@@ -179,6 +241,17 @@ TEST_F(Tabellenliste, DieErstePfeiltasteWaehltDieZeileMitDemFokus) {
     EXPECT_EQ(haupt().rahmenTabelle->lblGröße->text(), u"500 Datensätz(e)");
     QTest::keyClick(liste, Qt::Key_Down);
     EXPECT_TRUE(liste->item(1)->isSelected());
+}
+
+TEST_F(Tabellenliste, SystemtabellenUndVerknuepfteStehenNichtDarin) {
+    mitTabellen([this] {
+        for (const auto& [name, attribute] : {std::pair("Versteckt", 1), std::pair("Verknüpft", 0x40000000),
+                                              std::pair("System", -2147483646)}) {
+            tabelleAnlegen(QString::fromUtf8(name), {"A"});
+            gDatenbank->TableDefs().Item(QString::fromUtf8(name)).setAttributes(attribute);
+        }
+    });
+    EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Interessenten"}));
 }
 
 TEST_F(Tabellenliste, OhneBenutzertabelleIstSieLeer) {
@@ -313,6 +386,100 @@ TEST_F(Tabellenliste, EinVergebenerNameIstEinFehlerUndLaesstAllesStehen) {
     EXPECT_EQ(meldungen.size(), 1u);
     EXPECT_FALSE(gFehler);
     EXPECT_EQ(tabellen(), (QStringList{"Adressen", "Interessenten"}));
+}
+
+// A table that has gone since it was listed.
+class Verschwunden : public Tabellenliste {
+  protected:
+    void listen() {
+        mitTabellen([this] { anlegen(); });
+        gSystemmeldungZeigen = false;
+        gFehler = false;
+        gDatenbank->TableDefs().Delete(kName);
+    }
+    void anlegen() { tabelleAnlegen(kName, {"A"}, 3); }
+    // Every error box is answered alike; a yes to the question.
+    void antwortenMit(Knopf knopf) {
+        DialogantwortenSetzen({[this, knopf](const Meldung& meldung) {
+                                   if (meldung.knoepfe == Knoepfe::JaNein) return Knopf::Ja;
+                                   meldungen.push_back(meldung);
+                                   if (knopf == Knopf::Wiederholen) anlegen();
+                                   return knopf;
+                               },
+                               [](const Eingabefrage&) { return QStringLiteral("Anders"); },
+                               {}});
+    }
+    void alleMeldungenLauten(const QString& text) {
+        for (const Meldung& meldung : meldungen) {
+            EXPECT_EQ(meldung.text, text + u'\r');
+            EXPECT_EQ(meldung.titel, u" Fehler!");
+        }
+        EXPECT_FALSE(gFehler);
+    }
+    const QString kName = QStringLiteral("Fort");
+    const QString kAnzeigen = QStringLiteral("Fehler beim Anzeigen der Tabelle 'Fort'.");
+    const QString kLoeschen = QStringLiteral("Fehler beim Löschen der Tabelle 'Fort'.");
+    const QString kUmbenennen = QStringLiteral("Fehler beim Umbenennen der Tabelle 'Fort'.");
+};
+
+TEST_F(Verschwunden, AbbrechenVerlaesstDasAnzeigen) {
+    listen();
+    antwortenMit(Knopf::Abbrechen);
+    tabelleWaehlen(kName);
+    EXPECT_EQ(meldungen.size(), 1u);
+    alleMeldungenLauten(kAnzeigen);
+}
+
+TEST_F(Verschwunden, IgnorierenGehtBeimAnzeigenSchrittFuerSchrittWeiter) {
+    listen();
+    antwortenMit(Knopf::Ignorieren);
+    tabelleWaehlen(kName);
+    EXPECT_EQ(meldungen.size(), 4u);  // the date, the opening, the count, the closing
+    alleMeldungenLauten(kAnzeigen);
+}
+
+TEST_F(Verschwunden, WiederholenZeigtSieWennSieWiederDaIst) {
+    listen();
+    antwortenMit(Knopf::Wiederholen);
+    tabelleWaehlen(kName);
+    EXPECT_EQ(meldungen.size(), 1u);
+    EXPECT_EQ(seite().lblGröße->text(), u"3 Datensätz(e)");
+    EXPECT_TRUE(seite().lblGeändert->text().startsWith(u"Zuletzt geändert am :"));
+}
+
+TEST_F(Verschwunden, AbbrechenVerlaesstDasLoeschen) {
+    listen();
+    antwortenMit(Knopf::Ignorieren);
+    tabelleWaehlen(kName);
+    meldungen.clear();
+    antwortenMit(Knopf::Abbrechen);
+    loeschen();
+    EXPECT_EQ(meldungen.size(), 1u);
+    alleMeldungenLauten(kLoeschen);
+    EXPECT_TRUE(tabellen().contains(kName));
+    EXPECT_THROW(gArbeitsbereich->Rollback(), EngineFehler);  // nothing stays open
+}
+
+TEST_F(Verschwunden, IgnorierenListetNachDemLoeschenNeu) {
+    listen();
+    antwortenMit(Knopf::Ignorieren);
+    tabelleWaehlen(kName);
+    meldungen.clear();
+    loeschen();
+    EXPECT_EQ(meldungen.size(), 1u);
+    alleMeldungenLauten(kLoeschen);
+    EXPECT_FALSE(tabellen().contains(kName));
+}
+
+TEST_F(Verschwunden, IgnorierenListetNachDemUmbenennenNeu) {
+    listen();
+    antwortenMit(Knopf::Ignorieren);
+    tabelleWaehlen(kName);
+    meldungen.clear();
+    umbenennen();
+    EXPECT_EQ(meldungen.size(), 1u);
+    alleMeldungenLauten(kUmbenennen);
+    EXPECT_FALSE(tabellen().contains(kName));
 }
 
 TEST_F(Tabellenliste, ZurueckVomVorgangLiestSieNeu) {

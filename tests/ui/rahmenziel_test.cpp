@@ -31,6 +31,24 @@ TEST_F(Ziel, ZweiteTabelleDesTagesBekommtDieNaechsteNummer) {
     EXPECT_EQ(name().text(), heute(QStringLiteral("Adressen"), 2));
 }
 
+TEST_F(Ziel, NachEinemErgebnisWirdDerNameNeuGemacht) {
+    bisZiel();
+    name().setText(QStringLiteral("Mein Ziel"));
+    tabelleAnlegen(heute(QStringLiteral("Adressen"), 1), {"A"});
+    gZielTabelle = heute(QStringLiteral("Adressen"), 1);
+    RahmenWechseln(4, 13, false, true);
+    weiter();
+    ASSERT_EQ(gRahmen, 3);
+    EXPECT_EQ(gVorgang, 0);
+    EXPECT_TRUE(tabellen().contains(gZielTabelle));
+    tabelleWaehlen(QStringLiteral("Adressen"));
+    weiter();
+    vorgangWaehlen(3);
+    weiter();
+    ASSERT_EQ(gRahmen, 4);
+    EXPECT_EQ(name().text(), heute(QStringLiteral("Adressen"), 2));
+}
+
 TEST_F(Ziel, DerStammEinesErgebnissesKommtWieder) {
     bisTabelle();
     tabelleAnlegen(QStringLiteral("Adressen _#1__3_7_2001"), {"Name"});
