@@ -56,9 +56,9 @@ bool FrmDublettenBearbeiten::laden() {
             s.tu([&] { adoÜbernehmen->setConnectionString(gVerbindungstext); });
             s.tu([&] { adoÜbernehmen->setRecordSource(AnzeigeUebernehmen(gZielTabelle)); });
             s.tu([&] { nTempSpalten_ = qint16(steuerfelderZaehlen(Gesetzt(rsÜbernehmen_))); });
-            s.tu([&] { angereichertAnzeigen(); });
-            s.tu([&] { dubletteAnzeigen(); });
-            s.tu([&] { uebernehmenAnzeigen(); });
+            s.tu([&] { AngereichertAnzeigen(); });
+            s.tu([&] { DubletteAnzeigen(); });
+            s.tu([&] { UebernehmenAnzeigen(); });
         },
         [&] {
             gFehler = true;
@@ -87,11 +87,11 @@ void FrmDublettenBearbeiten::erneuern(Datengitter* gitter) {
     auslegen(gitter);
 }
 
-void FrmDublettenBearbeiten::angereichertAnzeigen() {
+void FrmDublettenBearbeiten::AngereichertAnzeigen() {
     erneuern(dgdAngereichert);
 }
 
-void FrmDublettenBearbeiten::uebernehmenAnzeigen() {
+void FrmDublettenBearbeiten::UebernehmenAnzeigen() {
     erneuern(dgdÜbernehmen);
 }
 
@@ -117,7 +117,7 @@ void FrmDublettenBearbeiten::dublettenquelleSetzen() {
     adoDublette->setRecordSource(AnzeigeDublette(gZielTabelle, aktuelleGruppe()));
 }
 
-void FrmDublettenBearbeiten::dubletteAnzeigen() {
+void FrmDublettenBearbeiten::DubletteAnzeigen() {
     tmrAnsicht->stop();
     adoDublette->setConnectionString(gVerbindungstext);
     const QString vorher = adoDublette->RecordSource();
@@ -132,19 +132,19 @@ void FrmDublettenBearbeiten::dubletteAnzeigen() {
 
 void FrmDublettenBearbeiten::alleAnzeigen() {
     const Malpause pause(this);
-    angereichertAnzeigen();
-    dubletteAnzeigen();
-    uebernehmenAnzeigen();
+    AngereichertAnzeigen();
+    DubletteAnzeigen();
+    UebernehmenAnzeigen();
 }
 
 void FrmDublettenBearbeiten::dublettenUndUebernehmenAnzeigen() {
     const Malpause pause(this);
-    dubletteAnzeigen();
-    uebernehmenAnzeigen();
+    DubletteAnzeigen();
+    UebernehmenAnzeigen();
 }
 
 // The duplicates follow with a short delay, so that a key held down runs through the rows.
-void FrmDublettenBearbeiten::dubletteNachfuehren() {
+void FrmDublettenBearbeiten::DubletteNachfuehren() {
     adoDublette->setConnectionString(gVerbindungstext);
     if (adoAngereichert->RecordCount() > 0) {
         tmrAnsicht->setInterval(kAnsichtMs);

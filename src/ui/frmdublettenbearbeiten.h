@@ -36,12 +36,12 @@ class FrmDublettenBearbeiten : public Nachbearbeitungsfenster {
   private:
     void verbinden();
 
-    void angereichertAnzeigen();
-    void dubletteAnzeigen();
-    void uebernehmenAnzeigen();
+    void AngereichertAnzeigen();
+    void DubletteAnzeigen();
+    void UebernehmenAnzeigen();
     void alleAnzeigen();
     void dublettenUndUebernehmenAnzeigen();
-    void dubletteNachfuehren();
+    void DubletteNachfuehren();
     void tmrAnsicht_Timer();
     QString aktuelleGruppe() const;  // TEMP_BN of the current enriched record
     void dublettenquelleSetzen();

@@ -45,7 +45,7 @@ FrmDublettenBearbeiten::FrmDublettenBearbeiten(QWidget* eltern)
 }
 
 void FrmDublettenBearbeiten::verbinden() {
-    const auto nachfuehren = [this] { Gesichert([this] { dubletteNachfuehren(); }); };
+    const auto nachfuehren = [this] { Gesichert([this] { DubletteNachfuehren(); }); };
     dgdAngereichert->klick = nachfuehren;
     dgdAngereichert->zeileGewechselt = nachfuehren;
     dgdAngereichert->taste = [nachfuehren](int code) {

@@ -74,8 +74,8 @@ bool FrmMüllBearbeiten::laden() {
                 [&] { rsÜbernehmen_ = Gesetzt(gDatenbank).OpenRecordset(AbfrageMuellBleibt(gZielTabelle)); });
             s.tu([&] { adoÜbernehmen->setConnectionString(gVerbindungstext); });
             s.tu([&] { adoÜbernehmen->setRecordSource(AnzeigeMuellBleibt(gZielTabelle)); });
-            s.tu([&] { muellAnzeigen(); });
-            s.tu([&] { uebernehmenAnzeigen(); });
+            s.tu([&] { MuellAnzeigen(); });
+            s.tu([&] { UebernehmenAnzeigen(); });
         },
         [&] {
             gFehler = true;
@@ -98,20 +98,20 @@ void FrmMüllBearbeiten::auslegen(Datengitter* gitter) {
                           .arg(adoÜbernehmen->RecordCount()));
 }
 
-void FrmMüllBearbeiten::muellAnzeigen() {
+void FrmMüllBearbeiten::MuellAnzeigen() {
     dgdMüll->auffrischen(QString::fromUtf16(kTempDsn));
     auslegen(dgdMüll);
 }
 
-void FrmMüllBearbeiten::uebernehmenAnzeigen() {
+void FrmMüllBearbeiten::UebernehmenAnzeigen() {
     dgdÜbernehmen->auffrischen(QString::fromUtf16(kTempDsn));
     auslegen(dgdÜbernehmen);
 }
 
 void FrmMüllBearbeiten::alleAnzeigen() {
     const Malpause pause(this);
-    muellAnzeigen();
-    uebernehmenAnzeigen();
+    MuellAnzeigen();
+    UebernehmenAnzeigen();
 }
 
 void FrmMüllBearbeiten::einen(Datensteuerung& daten, Saetze& saetze, const Statusregel& regel) {

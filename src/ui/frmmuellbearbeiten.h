@@ -26,8 +26,8 @@ class FrmMüllBearbeiten : public Nachbearbeitungsfenster {
 
   private:
     void verbinden();
-    void muellAnzeigen();
-    void uebernehmenAnzeigen();
+    void MuellAnzeigen();
+    void UebernehmenAnzeigen();
     void alleAnzeigen();
     void auslegen(Datengitter* gitter);
     // The current record of the grid, or all of the list, when there are any.
