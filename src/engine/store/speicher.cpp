@@ -228,6 +228,7 @@ void Speicher::geordnetSammeln(sqlite3_stmt* anweisung, int spalten, std::vector
         const qint64 id = qToBigEndian(sqlite3_column_int64(anweisung, 0));
         liste.aufnehmen(schluessel, QByteArrayView(reinterpret_cast<const char*>(&id), sizeof id));
     }
+    const Verbindung::Gesperrt gesperrt(verbindung_);
     liste.sortieren();
     ids.reserve(liste.anzahl());
     for (size_t i = 0; i < liste.anzahl(); ++i)

@@ -57,6 +57,20 @@ class Verbindung {
         Verbindung& verbindung_;
     };
 
+    // As long as it lives nobody else gets at the store, as in the pauses of a query.
+    class Gesperrt {
+      public:
+        explicit Gesperrt(Verbindung& verbindung) : verbindung_(verbindung) {
+            verbindung_.inDerPause_ = true;
+        }
+        ~Gesperrt() { verbindung_.inDerPause_ = false; }
+        Gesperrt(const Gesperrt&) = delete;
+        Gesperrt& operator=(const Gesperrt&) = delete;
+
+      private:
+        Verbindung& verbindung_;
+    };
+
     bool inTransaktion() const { return sqlite3_get_autocommit(datenbank_) == 0; }
     qint64 geaenderteZeilen() const { return sqlite3_changes64(datenbank_); }
 
