@@ -71,7 +71,8 @@ TEST_F(Registry, WasSichNichtSchreibenLaesstLaesstDenAltenWert) {
 TEST_F(Registry, EinAndererTypLiestSichAlsNichts) {
     RegSchluesselAnlegen(kWurzel, kSchluessel);
     schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("x")));
-    ersetzen(inhalt().replace("Typ=1", "Typ=3"));
+    ersetzen(
+        inhalt().replace("Typ=1", "Typ=30"));  // of another size, so that no cache takes it for the old one
     EXPECT_TRUE(lesen(QStringLiteral("Ordner")).istLeer());
 }
 
