@@ -116,6 +116,8 @@ struct Recordset::Zustand {
     // The store's columns of these records; goes behind them.
     std::vector<Wert> abholen(qint64 weite, const std::vector<int>& gefragte);
     bool inNaturfolge(qint64 ziel) const;
+    bool reiheLesen(const std::vector<int>& gefragte, qint64 erste, int anzahl,
+                    std::vector<Wert>& werte) const;
     std::vector<Wert> einzelnAbholen(qint64 ziel, const std::vector<int>& gefragte) const;
     std::vector<Wert> reiheAbholen(qint64 ziel, const std::vector<int>& gefragte) const;
     const std::vector<Wert>& aktuelleZeile();

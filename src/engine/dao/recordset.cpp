@@ -103,9 +103,7 @@ void Recordset::Zustand::vorauslesen(qint64 id, quint64 jetzt) {
     const qint64 ziel = std::min(stand.stelle + kVoraus, anzahl());
     if (!inNaturfolge(ziel)) return;
     vorausStand = 0;
-    const qint64 letzte =
-        kern->speicher.zeilenLesen(auswahl.tabelle, spalten, id - 1, int(ziel - stand.stelle), voraus);
-    if (letzte != id + ziel - stand.stelle - 1) return;
+    if (!reiheLesen(spalten, id, int(ziel - stand.stelle), voraus)) return;
     vorausId = id;
     vorausStand = jetzt;
 }
@@ -308,6 +306,13 @@ bool Recordset::Zustand::inNaturfolge(qint64 ziel) const {
     return std::adjacent_find(anfang, ende, [](qint64 a, qint64 b) { return b != a + 1; }) == ende;
 }
 
+// The rows `erste`, `erste` + 1 and so on. False when one of them is no longer there.
+bool Recordset::Zustand::reiheLesen(const std::vector<int>& gefragte, qint64 erste, int anzahl,
+                                    std::vector<Wert>& werte) const {
+    const qint64 letzte = kern->speicher.zeilenLesen(auswahl.tabelle, gefragte, erste - 1, anzahl, werte);
+    return letzte == erste + anzahl - 1 && werte.size() == size_t(anzahl) * gefragte.size();
+}
+
 std::vector<Wert> Recordset::Zustand::einzelnAbholen(qint64 ziel, const std::vector<int>& gefragte) const {
     std::vector<Wert> werte;
     werte.reserve(size_t(ziel - stand.stelle) * gefragte.size());
@@ -328,8 +333,7 @@ std::vector<Wert> Recordset::Zustand::reiheAbholen(qint64 ziel, const std::vecto
     for (qint64 stelle = stand.stelle; stelle < ziel;) {
         const qint64 erste = stand.schluessel[size_t(stelle)];
         const int anzahl = int(std::min(ziel - stelle, kReihe));
-        const qint64 letzte = kern->speicher.zeilenLesen(auswahl.tabelle, gefragte, erste - 1, anzahl, teil);
-        if (letzte != erste + anzahl - 1) datensatzGeloescht();
+        if (!reiheLesen(gefragte, erste, anzahl, teil)) datensatzGeloescht();
         std::move(teil.begin(), teil.end(), std::back_inserter(werte));
         stelle += anzahl;
         Atempause();

@@ -339,6 +339,138 @@ TEST_F(RecordsetTest, GetRowsNimmtNurDieGewaehltenFelder) {
     EXPECT_EQ(block(3, 0), Wert(u"Bonn"));
 }
 
+TEST_F(RecordsetTest, GetColumnLiefertEinFeldUndStehtDahinter) {
+    for (const char16_t* quelle : {u"Kunden", u"SELECT * FROM [Kunden] ORDER BY [Nr]"}) {
+        auto r = satz(quelle);
+        r->Move(1);
+        EXPECT_EQ(r->GetColumn(2, 2), (std::vector<Wert>{Wert(u"Ulm"), Wert::null()}));
+        EXPECT_EQ(nr(*r), 4);
+        EXPECT_EQ(r->GetColumn(0, 100), (std::vector<Wert>{Wert(4), Wert(5)}));
+        EXPECT_TRUE(r->Eof());
+        EXPECT_TRUE(r->GetColumn(0, 1).empty());
+        r->MoveFirst();
+        EXPECT_TRUE(r->GetColumn(0, -1).empty());
+        EXPECT_EQ(fehlerVon([&] { r->GetColumn(4, 1); }), kNichtInListe);
+    }
+}
+
+TEST_F(RecordsetTest, GetColumnFolgtDerReihenfolgeDerAuswahl) {
+    auto r = satz(u"SELECT * FROM [Kunden] ORDER BY [Name]");
+    EXPECT_EQ(r->GetColumn(0, 5), (std::vector<Wert>{Wert(2), Wert(4), Wert(3), Wert(5), Wert(1)}));
+}
+
+TEST_F(RecordsetTest, MehrereAufEinmalMeldenJedenGeloeschtenSatz) {
+    for (int geloescht = 1; geloescht <= 5; ++geloescht) {
+        SCOPED_TRACE(geloescht);
+        oeffnen();
+        auto r = satz();
+        db->Execute(QStringLiteral("DELETE * FROM [Kunden] WHERE [Nr] = %1").arg(geloescht));
+        EXPECT_EQ(fehlerVon([&] { r->GetColumn(0, 5); }), 3167);
+        EXPECT_EQ(fehlerVon([&] { r->GetRows(5); }), 3167);
+        EXPECT_EQ(nr(*satz()), geloescht == 1 ? 2 : 1);
+    }
+}
+
+TEST_F(RecordsetTest, BookmarksKennenEinenSatzInJederAuswahl) {
+    const auto alle = satz()->Bookmarks(5);
+    ASSERT_EQ(alle.size(), 5u);
+    for (const qint64 marke : alle) EXPECT_GE(marke, 1);
+    auto sortiert = satz(u"SELECT * FROM [Kunden] ORDER BY [Name]");
+    EXPECT_EQ(sortiert->Bookmarks(100), (std::vector<qint64>{alle[1], alle[3], alle[2], alle[4], alle[0]}));
+    EXPECT_EQ(nr(*sortiert), 2);  // no move
+    sortiert->Move(3);
+    EXPECT_EQ(sortiert->Bookmarks(1), std::vector<qint64>{alle[4]});
+}
+
+TEST_F(RecordsetTest, EinGeloeschterSatzVererbtSeinBookmarkNicht) {
+    const auto vorher = satz()->Bookmarks(5);
+    db->Execute(QStringLiteral("DELETE * FROM [Kunden] WHERE [Nr] = 5"));
+    auto r = satz();
+    r->AddNew();
+    r->Update();
+    r->Requery();
+    const auto nachher = r->Bookmarks(5);
+    ASSERT_EQ(nachher.size(), 5u);
+    EXPECT_EQ(std::count(vorher.begin(), vorher.end(), nachher.back()), 0);
+}
+
+// Who goes from one record to the next is served from rows read ahead. They must not outlive a change.
+class Vorausgelesen : public RecordsetTest {
+  protected:
+    Vorausgelesen() { anlegen(u"Zahlen", {1, 2, 3, 4, 5, 6}); }
+    static qint64 zahl(dao::Recordset& r) { return r.Fields(0).Value().ganzzahl(); }
+    // On the third record, with those behind it already read.
+    std::unique_ptr<dao::Recordset> aufDemDritten() {
+        auto r = satz(u"Zahlen");
+        for (int i = 1; i < 3; ++i) {
+            EXPECT_EQ(zahl(*r), i);
+            r->MoveNext();
+        }
+        EXPECT_EQ(zahl(*r), 3);
+        return r;
+    }
+};
+
+TEST_F(Vorausgelesen, EineFremdeAenderungIstDa) {
+    auto r = aufDemDritten();
+    auto anderer = satz(u"Zahlen");
+    anderer->Move(3);
+    anderer->Edit();
+    anderer->Fields(0).setValue(Wert(44));
+    anderer->Update();
+    r->MoveNext();
+    EXPECT_EQ(zahl(*r), 44);
+    r->MoveNext();
+    EXPECT_EQ(zahl(*r), 5);
+}
+
+TEST_F(Vorausgelesen, DieEigeneAenderungIstDa) {
+    auto r = aufDemDritten();
+    r->Edit();
+    r->Fields(0).setValue(Wert(33));
+    r->Update();
+    EXPECT_EQ(zahl(*r), 33);
+    r->MoveNext();
+    EXPECT_EQ(zahl(*r), 4);
+}
+
+TEST_F(Vorausgelesen, EinGeloeschterSatzIst3167) {
+    for (int geloescht : {4, 5, 6}) {
+        SCOPED_TRACE(geloescht);
+        oeffnen();
+        anlegen(u"Zahlen", {1, 2, 3, 4, 5, 6});
+        auto r = aufDemDritten();
+        db->Execute(QStringLiteral("DELETE * FROM [Zahlen] WHERE [Z] = %1").arg(geloescht));
+        for (int i = 4; i <= 6; ++i) {
+            r->MoveNext();
+            if (i == geloescht)
+                EXPECT_EQ(fehlerVon([&] { zahl(*r); }), 3167);
+            else
+                EXPECT_EQ(zahl(*r), i);
+        }
+    }
+}
+
+TEST_F(Vorausgelesen, EineVerworfeneAenderungIstNichtDa) {
+    bereich->BeginTrans();
+    auto anderer = satz(u"Zahlen");
+    anderer->Move(3);
+    anderer->Edit();
+    anderer->Fields(0).setValue(Wert(44));
+    anderer->Update();
+    auto r = aufDemDritten();
+    bereich->Rollback();
+    r->MoveNext();
+    EXPECT_EQ(zahl(*r), 4);
+}
+
+TEST_F(Vorausgelesen, LueckenUndAndereFolgenLesenSichWieSieStehen) {
+    db->Execute(QStringLiteral("DELETE * FROM [Zahlen] WHERE [Z] = 4"));
+    EXPECT_EQ(spalte(QStringLiteral("Zahlen"), u"Z"), u"1 2 3 5 6");
+    anlegen(u"Gestreut", {2, 6, 4, 5, 3, 1});
+    EXPECT_EQ(spalte(QStringLiteral("SELECT * FROM [Gestreut] ORDER BY [Z]"), u"Z"), u"1 2 3 4 5 6");
+}
+
 TEST_F(RecordsetTest, FeldDasZweimalStehtIstNurEinmalDa) {
     auto r = satz(u"SELECT [Ort],* FROM [Kunden]");
     EXPECT_EQ(r->fieldPosition(QStringLiteral("Ort")), 0);
