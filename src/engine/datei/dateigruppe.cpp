@@ -156,7 +156,6 @@ void schritteTun(std::vector<Gruppenschritt>& schritte, const std::vector<QStrin
             verlauf.neueDatei(schritt.neu.pfad(), schritt.ziel);
         schritt.neu.behalten();
     }
-    if (!schritte.empty()) ordnerAufPlatteBringen(schritte.front().ziel);
 }
 
 }  // namespace

@@ -143,6 +143,7 @@ Vorgangsbuch::Vorgangsbuch(const QString& ordner, const std::vector<Buchung>& bu
 }
 
 void Vorgangsbuch::abschliessen() {
+    ordnerAufPlatteBringen(pfad_);
     if (::unlink(roh(pfad_).constData()) != 0) systemfehler(pfad_, QStringLiteral("gelöscht"));
     ordnerAufPlatteBringen(pfad_);
     pfad_.clear();

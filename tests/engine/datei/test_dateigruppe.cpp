@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QTemporaryDir>
 #include <cerrno>
@@ -57,10 +58,11 @@ class DateigruppeTest : public testing::Test {
 
     std::map<QString, QByteArray> alles() const {
         std::map<QString, QByteArray> stand;
-        for (const QString& name : QDir(ordner.path()).entryList(QDir::Files | QDir::Hidden)) {
-            QFile datei(ordner.filePath(name));
+        QDirIterator suche(ordner.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+        while (suche.hasNext()) {
+            QFile datei(suche.next());
             EXPECT_TRUE(datei.open(QIODevice::ReadOnly));
-            stand[name] = datei.readAll();
+            stand[QDir(ordner.path()).relativeFilePath(datei.fileName())] = datei.readAll();
         }
         return stand;
     }
@@ -162,6 +164,55 @@ TEST_F(DateigruppeTest, SchreibtKeinBuchUeberEinesVonFrueher) {
     std::map<QString, QByteArray> vorher = anfang;
     vorher[buch] = "von frueher";
     EXPECT_EQ(austauschen(dreiSchritte()), kDateifehler);
+    EXPECT_EQ(alles(), vorher);
+}
+
+// Links may lead a table's files into several folders.
+class InZweiOrdnern : public DateigruppeTest {
+  protected:
+    void SetUp() override {
+        DateigruppeTest::SetUp();
+        ASSERT_TRUE(QDir(ordner.path()).mkdir(QStringLiteral("anderswo")));
+        schreiben(pfad("anderswo/e"), "e");
+        vorher[QStringLiteral("anderswo/e")] = "e";
+    }
+
+    std::vector<Gruppenschritt> schritte() {
+        std::vector<Gruppenschritt> beide;
+        beide.push_back(neu("a", "neues a"));
+        beide.push_back(neu("anderswo/e", "neues e"));
+        return beide;
+    }
+
+    std::map<QString, QByteArray> vorher = anfang;
+};
+
+TEST_F(InZweiOrdnern, WerdenBeideErsetzt) {
+    EXPECT_EQ(austauschen(schritte()), 0);
+    std::map<QString, QByteArray> erwartet = vorher;
+    erwartet[QStringLiteral("a")] = "neues a";
+    erwartet[QStringLiteral("anderswo/e")] = "neues e";
+    EXPECT_EQ(alles(), erwartet);
+}
+
+TEST_F(InZweiOrdnern, NimmtEinFehlschlagBeideZurueck) {
+    std::vector<Gruppenschritt> beide = schritte();
+    QFile::remove(beide[1].neu.pfad());
+    EXPECT_EQ(austauschen(std::move(beide)), kDateifehler);
+    EXPECT_EQ(alles(), vorher);
+}
+
+TEST_F(InZweiOrdnern, GehtJederNachEinemAbsturzFuerSichZurueck) {
+    inEigenemProzess([&] {
+        platte = Platte::kStromWeg;
+        umbenennungenBisDahin = 1;
+        austauschen(schritte());
+        return false;
+    });
+    EXPECT_EQ(alles().at(QStringLiteral("a")), "neues a");
+    engine::ueberbleibselRaeumen(ordner.path());
+    EXPECT_EQ(alles().at(QStringLiteral("a")), "a");
+    engine::ueberbleibselRaeumen(pfad("anderswo"));
     EXPECT_EQ(alles(), vorher);
 }
 
