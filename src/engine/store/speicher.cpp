@@ -190,6 +190,7 @@ void Speicher::zeilenEntfernen(qint64 nummer, const std::vector<qint64>& ids) {
 // cost a transaction, and the selection does without.
 void Speicher::suchbarMachen(const Auswahl& auswahl) {
     if (inTransaktion() || naechsteId(auswahl.tabelle) < kVieleZeilen) return;
+    const Verbindung::Atmend atmend(verbindung_);
     for (const int spalte : verglicheneSpalten(auswahl.bedingung)) {
         const QByteArray tabelle = tabellenname(auswahl.tabelle), zelle = spaltenname(spalte);
         try {

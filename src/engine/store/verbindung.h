@@ -44,8 +44,8 @@ class Verbindung {
     bool schritt(sqlite3_stmt* anweisung);
     // Raises EngineFehler unless the code says that all went well.
     void pruefen(int code);
-    // While one lives, long statements let the window breathe. Only around statements that read: a statement
-    // that writes would take the whole transaction with it when it is interrupted.
+    // While one lives, long statements let the window breathe. Only around statements that read, or outside a
+    // transaction: one that writes would take the whole transaction with it when it is interrupted.
     class Atmend {
       public:
         explicit Atmend(Verbindung& verbindung);
