@@ -181,12 +181,12 @@ void Datengitter::keyPressEvent(QKeyEvent* ereignis) {
 
 Malpause::Malpause(const QWidget* fenster) {
     for (QTableView* gitter : fenster->findChildren<QTableView*>())
-        if (gitter->updatesEnabled()) angehalten_ << static_cast<Datengitter*>(gitter);
-    for (Datengitter* gitter : angehalten_) gitter->setUpdatesEnabled(false);
+        if (gitter->updatesEnabled()) angehalten_ << gitter;
+    for (QTableView* gitter : angehalten_) gitter->setUpdatesEnabled(false);
 }
 
 Malpause::~Malpause() {
-    for (Datengitter* gitter : angehalten_) gitter->setUpdatesEnabled(true);
+    for (QTableView* gitter : angehalten_) gitter->setUpdatesEnabled(true);
 }
 
 void GitterKoppeln(const QList<Datengitter*>& gitter) {

@@ -53,7 +53,7 @@ class Malpause {
     Malpause& operator=(const Malpause&) = delete;
 
   private:
-    QList<Datengitter*> angehalten_;
+    QList<QTableView*> angehalten_;
 };
 
 // Lets grids with the same columns go together: sideways and in the widths of their columns.

@@ -168,8 +168,12 @@ void AnsichtPruefen(QWidget* fenster, const QString& name) {
     EXPECT_TRUE(fenster->grab().save(QDir(ordner).filePath(name + QStringLiteral(".png"))));
 }
 
+QString Ansichtsname(const Ansicht& ansicht) {
+    return QStringLiteral("%1%2").arg(int(ansicht.schrift * 100)).arg(ansicht.dunkel ? u"Dunkel" : u"Hell");
+}
+
 void PrintTo(const Ansicht& ansicht, std::ostream* strom) {
-    *strom << int(ansicht.schrift * 100) << " % " << (ansicht.dunkel ? "dunkel" : "hell");
+    *strom << Ansichtsname(ansicht).toStdString();
 }
 
 MitAnsicht::MitAnsicht(const Ansicht& ansicht)

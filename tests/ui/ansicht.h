@@ -22,6 +22,8 @@ struct Ansicht {
     bool dunkel;
 };
 void PrintTo(const Ansicht& ansicht, std::ostream* strom);
+// "150Dunkel", as part of a name.
+QString Ansichtsname(const Ansicht& ansicht);
 class MitAnsicht {
   public:
     explicit MitAnsicht(const Ansicht& ansicht);
@@ -33,3 +35,11 @@ class MitAnsicht {
     QFont schrift_;
     QPalette farben_;
 };
+
+// For the suites that look at a window in all of them.
+inline auto AlleAnsichten() {
+    return testing::Values(Ansicht{1, false}, Ansicht{1, true}, Ansicht{1.5, false}, Ansicht{2, true});
+}
+inline std::string Fallname(const testing::TestParamInfo<Ansicht>& fall) {
+    return Ansichtsname(fall.param).toStdString();
+}

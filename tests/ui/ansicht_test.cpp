@@ -26,10 +26,7 @@ class Ansichten : public Assistent, public testing::WithParamInterface<Ansicht> 
         ansicht.reset();
     }
     QString bildname(const QString& was) const {
-        return QStringLiteral("%1-%2-%3")
-            .arg(was)
-            .arg(int(GetParam().schrift * 100))
-            .arg(GetParam().dunkel ? u"dunkel" : u"hell");
+        return QStringLiteral("%1-%2").arg(was, Ansichtsname(GetParam()));
     }
     // An open database with a table of `anzahl` fields that have long names.
     void mitFeldern(int anzahl) {
@@ -143,12 +140,6 @@ TEST_F(Assistent, TausendTabellenSehenOrdentlichAus) {
     RahmenWechseln(gRahmen, 3, false, true);
 }
 
-INSTANTIATE_TEST_SUITE_P(Ansicht, Ansichten,
-                         testing::Values(Ansicht{1, false}, Ansicht{1, true}, Ansicht{1.5, false},
-                                         Ansicht{2, true}),
-                         [](const auto& fall) {
-                             return std::to_string(int(fall.param.schrift * 100)) +
-                                    (fall.param.dunkel ? "Dunkel" : "Hell");
-                         });
+INSTANTIATE_TEST_SUITE_P(Ansicht, Ansichten, AlleAnsichten(), Fallname);
 
 }  // namespace

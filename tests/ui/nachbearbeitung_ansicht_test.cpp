@@ -22,10 +22,7 @@ class Nachbearbeitungsansicht : public Nachbearbeitung, public testing::WithPara
         zeigen();
         // The test's screen is smaller than any on which somebody writes that large.
         if (GetParam().schrift > 1.5) frm->resize(900, 950);
-        AnsichtPruefen(frm.get(), QStringLiteral("nachbearbeitung-%1-%2-%3")
-                                      .arg(was)
-                                      .arg(int(GetParam().schrift * 100))
-                                      .arg(GetParam().dunkel ? u"dunkel" : u"hell"));
+        AnsichtPruefen(frm.get(), QStringLiteral("nachbearbeitung-%1-%2").arg(was, Ansichtsname(GetParam())));
     }
 };
 
@@ -44,12 +41,6 @@ TEST_P(Nachbearbeitungsansicht, NichtsZuZeigen) {
     pruefen(QStringLiteral("leer"));
 }
 
-INSTANTIATE_TEST_SUITE_P(Ansicht, Nachbearbeitungsansicht,
-                         testing::Values(Ansicht{1, false}, Ansicht{1, true}, Ansicht{1.5, false},
-                                         Ansicht{2, true}),
-                         [](const auto& fall) {
-                             return std::to_string(int(fall.param.schrift * 100)) +
-                                    (fall.param.dunkel ? "Dunkel" : "Hell");
-                         });
+INSTANTIATE_TEST_SUITE_P(Ansicht, Nachbearbeitungsansicht, AlleAnsichten(), Fallname);
 
 }  // namespace

@@ -52,8 +52,9 @@ void sperrdateiPruefen(const QString& pfad) {
 }
 
 QString nurLesbarText(const QString& pfad) {
-    return u"Die Datenbank '%1' stammt aus Access 2010 oder neuer. Ihre Tabellen können gelesen, Ergebnisse "
-           "aber nicht in ihr gespeichert werden. Speichern Sie die Datenbank in Access im Format "
+    return u"Die Datenbank '%1' hat die Sortierreihenfolge von Access 2010 und neuer oder eine andere, die "
+           "nicht unterstützt wird. Ihre Tabellen können gelesen, Ergebnisse aber nicht in ihr gespeichert "
+           "werden. Speichern Sie die Datenbank in Access im Format "
            "'Access 2002-2003-Datenbank (*.mdb)', und öffnen Sie dann die neue Datei."_qs.arg(
                QFileInfo(pfad).fileName());
 }

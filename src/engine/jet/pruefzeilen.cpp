@@ -1,5 +1,6 @@
 // A table's data pages, rows and long values checked.
 #include <algorithm>
+#include <cstring>
 
 #include "base/atempause.h"
 #include "engine/jet/indexbau.h"
@@ -149,10 +150,8 @@ void Zeilenpruefung::indexeErwarten(Zeilenort ort, const Zeilenteile& teile) {
     }
 }
 
-}  // namespace
-
 // Eight bytes at a time; the sum of many such hashes hardly agrees by chance.
-static quint64 streuwert(QByteArrayView bytes, quint64 anfang) {
+quint64 streuwert(QByteArrayView bytes, quint64 anfang) {
     constexpr quint64 kFaktor = 0x9E3779B97F4A7C15u;
     const auto mischen = [](quint64 zahl) {
         zahl *= kFaktor;
@@ -169,6 +168,8 @@ static quint64 streuwert(QByteArrayView bytes, quint64 anfang) {
     if (ab < bytes.size()) std::memcpy(&acht, bytes.data() + ab, size_t(bytes.size() - ab));
     return mischen(mischen(summe ^ acht));
 }
+
+}  // namespace
 
 void Eintragssumme::hinzufuegen(Zeilenort ort, QByteArrayView schluesselbytes) {
     const quint64 ortshash = streuwert({}, zeilenortWert(ort));
