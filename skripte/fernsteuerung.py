@@ -42,10 +42,16 @@ class Fernsteuerung:
 
     def befehl(self, cmd, **felder):
         """Sends one command and returns its result."""
+        return self._antwort(self._senden(cmd, felder))
+
+    def _senden(self, cmd, felder):
         self._nr += 1
         zeile = json.dumps({"id": self._nr, "cmd": cmd, **felder}, ensure_ascii=False)
         self._prozess.stdin.write(zeile + "\n")
         self._prozess.stdin.flush()
+        return zeile
+
+    def _antwort(self, zeile):
         antwort = self._prozess.stdout.readline()
         if not antwort:
             raise RuntimeError(f"Das Programm ist beendet (bei {zeile}).")
@@ -53,6 +59,20 @@ class Fernsteuerung:
         if "error" in antwort:
             raise self.Abgelehnt(f"{zeile}: {antwort['error']}")
         return antwort.get("result")
+
+    def in_phase_klicken(self, phase, objekt, ms=60000):
+        """Clicks while the run tells of `phase`. False when the run was over before it was seen."""
+        zeilen = [
+            self._senden("warten", {"auf": "phase", "wert": phase, "ms": ms}),
+            self._senden("klicken", {"objekt": objekt}),
+        ]
+        erfolg = True
+        for zeile in zeilen:
+            try:
+                self._antwort(zeile)
+            except self.Abgelehnt:
+                erfolg = False
+        return erfolg
 
     def klicken(self, objekt):
         return self.befehl("klicken", objekt=objekt)

@@ -57,18 +57,30 @@ class AmProgramm(unittest.TestCase):
 
     def bis_tabelle(self, fern, datei, tabelle):
         """From the welcome page to frame 3, with the table selected."""
+        self.datei_nennen(fern, datei)
+        self.nach_dem_oeffnen(fern, datei)
+        fern.rahmen(3)
+        fern.setzen("lstTabellen", tabelle)
+
+    def datei_nennen(self, fern, datei, passwort=""):
+        """From the welcome page through frame 2; what follows is the list of tables or a message."""
         for rahmen in (0, 1):
             fern.rahmen(rahmen)
             fern.klicken("btnWeiter")
         fern.rahmen(2)
         fern.setzen("tbxDatenbankName", str(datei))
+        if passwort:
+            fern.setzen("tbxDatenbankPasswort", passwort)
         fern.klicken("btnWeiter")
-        self.nach_dem_oeffnen(fern, datei)
-        fern.rahmen(3)
-        fern.setzen("lstTabellen", tabelle)
 
     def nach_dem_oeffnen(self, fern, datei):
         """What is told when a file was opened: nothing."""
+
+    def tabellen_werden(self, fern, erwartet):
+        """Waits until frame 3 shows exactly these tables: the file is written between the answer and the new list."""
+        ende = time.monotonic() + 60
+        while (gezeigt := fern.lesen("lstTabellen")["eintraege"]) != erwartet:
+            self.assertLess(time.monotonic(), ende, f"{gezeigt} instead of {erwartet}")
 
     def naechster_vorgang(self, tabelle, auswahl, rahmen):
         """From a result frame to the options of another operation on a table. Returns the target's name."""
@@ -104,22 +116,27 @@ class AmProgramm(unittest.TestCase):
         fern.rahmen(11)
         return felder, ziel
 
-    def phase_treffen(self, fern, phase, vorbereiten, review="frmDublettenBearbeiten"):
-        """Starts the run that `vorbereiten` makes ready and returns while frame 6 tells of the phase.
+    def in_phase_klicken(self, fern, phase, vorbereiten, knopf="btnZurück", review="frmDublettenBearbeiten"):
+        """Starts the run that `vorbereiten` makes ready and clicks while frame 6 tells of the phase.
 
-        A phase may be over before anybody looks: the run then goes on to its review, is left there, and started anew.
+        A phase may be over before it is seen: the run then goes on to its review, is left there, and started anew.
         """
         for _ in range(8):
             vorbereiten()
             fern.klicken("btnWeiter")
             fern.warten("rahmen", 6)
-            while fern.zustand()["gRahmen"] == 6:
-                if phase in fern.text("lblInformation"):
-                    return
+            if fern.in_phase_klicken(phase, knopf):
+                return
             fern.warten("fenster", review)
             fern.klicken("btnAbbrechen")
             fern.rahmen(3)
         self.fail(f"'{phase}' was never seen")
+
+    def laufabbruch_bejahen(self, fern):
+        """Answers the question that every way out of a run asks."""
+        fern.warten("meldung")
+        self.assertEqual("Wollen sie den aktuellen Vorgang wirklich abbrechen?", fern.meldung()["text"])
+        fern.druecken("Ja")
 
     def review_oeffnen(self, fern, ms=120000):
         fern.klicken("btnWeiter")

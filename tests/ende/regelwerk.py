@@ -1,8 +1,9 @@
 """The rules of the duplicate search, told a second time: slow, literal, and independent of the program.
 
 The end-to-end tests run the program on a real file and hold its result against this. Values are Python values:
-str, int, float, Decimal, datetime; None is Null; LEER is Empty.
+str, int, float, Decimal, datetime; None is Null; LEER is Empty. What has been worked out for a value once is kept.
 """
+import functools
 import math
 import struct
 
@@ -44,6 +45,7 @@ def nichts(v):
 # --- helpers -------------------------------------------------------------------------------------------------
 
 
+@functools.cache
 def gross(t):
     return "".join(c if c == "ß" else (c.upper() if len(c.upper()) == 1 else c) for c in t).replace("ß", "SS")
 
@@ -87,6 +89,7 @@ def ist_zahl(v):
 # --- parsers -------------------------------------------------------------------------------------------------
 
 
+@functools.cache
 def firmenname(v):
     if nichts(v):
         return LEER
@@ -99,6 +102,7 @@ def firmenname(v):
     return ergebnis.strip(" ") if ergebnis else LEER
 
 
+@functools.cache
 def rechtsform(v):
     if nichts(v):
         return LEER
@@ -117,6 +121,7 @@ def erste_ziffer(t):
     return next((i for i, c in enumerate(t) if c in "0123456789"), -1)
 
 
+@functools.cache
 def strasse(v):
     if nichts(v):
         return LEER
@@ -126,6 +131,7 @@ def strasse(v):
     return v[:i].strip(" ") or LEER
 
 
+@functools.cache
 def hausnummer(v):
     if nichts(v):
         return LEER
@@ -133,6 +139,7 @@ def hausnummer(v):
     return v[i:] if i >= 0 else LEER
 
 
+@functools.cache
 def postleitzahl(v):
     if nichts(v):
         return LEER
@@ -147,6 +154,7 @@ def postleitzahl(v):
     return t if len(t) >= 4 else LEER
 
 
+@functools.cache
 def ort(v):
     if nichts(v):
         return LEER
@@ -178,6 +186,7 @@ def als_text(v):
     return "" if nichts(v) else str(v)
 
 
+@functools.cache
 def anrede(v):
     f, t = anrede_form(v), titel(v)
     if f is LEER and t is LEER:
@@ -185,10 +194,12 @@ def anrede(v):
     return (als_text(f) + " " + als_text(t)).strip(" ")
 
 
+@functools.cache
 def nachname(v):
     return LEER if nichts(v) else v[v.rfind(" ") + 1 :]
 
 
+@functools.cache
 def vorname(v):
     if nichts(v):
         return LEER
@@ -213,6 +224,7 @@ def landesvorwahl(v):
     return LEER
 
 
+@functools.cache
 def vorwahl(v):
     if nichts(v):
         return LEER
@@ -224,6 +236,7 @@ def vorwahl(v):
     return w if w is not LEER and w.startswith("0") else LEER
 
 
+@functools.cache
 def telefonnummer(v):
     w = wort(v, -1)
     if w is LEER:
@@ -318,6 +331,7 @@ def null_statt_leer(v):
 # --- measures and comparison ---------------------------------------------------------------------------------
 
 
+@functools.cache
 def worte_vergleichen(a, b):
     if nichts(a) or nichts(b):
         return 0.0
@@ -331,6 +345,7 @@ def worte_vergleichen(a, b):
     return single(treffer / worte)
 
 
+@functools.cache
 def nummern_vergleichen(a, b):
     if nichts(a) or nichts(b) or not ist_zahl(a) or not ist_zahl(b):
         return 0.0
@@ -384,16 +399,24 @@ def regelzeilen(g, m):
         yield False, [(w, ich, 60 + m)]
 
 
+@functools.cache
+def feldwertung(g, m, va, vb):
+    """(person row?, weight, points) of each row that fires for two values of a field."""
+    wertung = []
+    for person, teile in regelzeilen(g, m):
+        punkte = 0.0
+        for mass, parser, k in teile:
+            punkte = single(punkte + single(mass(parser(va), parser(vb)) * GEWICHT[k]))
+        wertung.append((person, float(sum(GEWICHT[k] for _, _, k in teile)), punkte))
+    return wertung
+
+
 def relevanz(felder, a, b, differenzieren=False):
     gewicht = punkte = person_gewicht = person_punkte = 0.0
     for f, va, vb in zip(felder, a, b):
         if nichts(va) or nichts(vb) or va == "" or vb == "" or f["art"] not in ("text", "memo"):
             continue
-        for person, teile in regelzeilen(f["gruppe"], f["maske"]):
-            dg = float(sum(GEWICHT[k] for _, _, k in teile))
-            dp = 0.0
-            for mass, parser, k in teile:
-                dp = single(dp + single(mass(parser(va), parser(vb)) * GEWICHT[k]))
+        for person, dg, dp in feldwertung(f["gruppe"], f["maske"], va, vb):
             if person and differenzieren:
                 person_gewicht, person_punkte = single(person_gewicht + dg), single(person_punkte + dp)
             else:

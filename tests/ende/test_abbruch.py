@@ -26,11 +26,6 @@ class VorDemLauf(gemeinsam.AmProgramm):
         self.assertEqual([self.datei.name], [p.name for p in self.ordner.glob("*") if p.is_file() and p.name != "ablage"])
         self.assertEqual(mdbtools.tabellen(self.datei), self.fern.lesen("lstTabellen")["eintraege"])
 
-    def frage_beantworten(self, antwort):
-        self.fern.warten("meldung")
-        self.assertEqual("Wollen sie den aktuellen Vorgang wirklich abbrechen?", self.fern.meldung()["text"])
-        self.fern.druecken(antwort)
-
 
 class ImLauf(VorDemLauf):
     """The run over 20,000 records takes seconds, so that every one of its phases can be met."""
@@ -43,32 +38,34 @@ class ImLauf(VorDemLauf):
         erzeuger = pathlib.Path(gemeinsam.PROGRAMM).with_name("lindgarn-beispiele")
         subprocess.run([erzeuger, "--anzahl", "20000", cls.quelle], check=True)
 
-    def im_lauf(self, phase):
-        """Starts the run and waits until frame 6 tells of the phase."""
-        self.fern.klicken("btnWeiter")
-        self.fern.rahmen(6)
-        while phase not in self.fern.text("lblInformation"):
-            self.fern.rahmen(6, 0)
+    def im_lauf(self, phase, knopf):
+        """Presses the button while frame 6 tells of the phase."""
+        self.in_phase_klicken(self.fern, phase, lambda: self.von_tabelle_bis_suchoptionen(self.fern, "Adressen"), knopf)
+
+    def bis_suchoptionen(self, fern, datei, tabelle="Adressen"):
+        """Frame 3 will do: each run walks on from there."""
+        self.bis_tabelle(fern, datei, tabelle)
 
     def test_knopf_abbrechen_in_jeder_phase(self):
         for phase in ("Bereite Tabelle auf Vergleich vor", "Durchsuche", '"[PLZ],[Ort],[Firma]"', "Reichere"):
             with self.subTest(phase):
-                self.im_lauf(phase)
-                self.fern.klicken("btnZurück")
-                self.frage_beantworten("Ja")
+                self.im_lauf(phase, "btnZurück")
+                self.laufabbruch_bejahen(self.fern)
                 self.nichts_bleibt()
-            self.von_tabelle_bis_suchoptionen(self.fern, "Adressen")
 
     def test_fenster_schliessen_im_lauf(self):
-        self.im_lauf("Durchsuche")
+        self.von_tabelle_bis_suchoptionen(self.fern, "Adressen")
+        self.fern.klicken("btnWeiter")
+        self.fern.rahmen(6)
+        self.fern.warten("phase", "Durchsuche")
         self.fern.befehl("beenden")
-        self.frage_beantworten("Ja")
+        self.laufabbruch_bejahen(self.fern)
         self.nichts_bleibt()
 
     def test_knopf_beenden_im_lauf_und_nein(self):
-        self.im_lauf("Durchsuche")
-        self.fern.klicken("btnBeenden")
-        self.frage_beantworten("Nein")
+        self.im_lauf("Durchsuche", "btnBeenden")
+        self.fern.warten("meldung")
+        self.fern.druecken("Nein")
         self.fern.warten("fenster", "frmDublettenBearbeiten")
 
 

@@ -77,16 +77,11 @@ class AccessAb2010(gemeinsam.AmProgramm):
         self.assertIn(self.datei.name, text)
         self.fern.druecken("OK")
 
-    def bis_liste(self):
-        for rahmen in (0, 1):
-            self.fern.rahmen(rahmen)
-            self.fern.klicken("btnWeiter")
-        self.fern.rahmen(2)
-        self.fern.setzen("tbxDatenbankName", str(self.datei))
-        self.fern.klicken("btnWeiter")
+    def nach_dem_oeffnen(self, fern, datei):
         self.gesagt()
-        self.fern.rahmen(3)
-        self.fern.setzen("lstTabellen", LISTE["name"])
+
+    def bis_liste(self):
+        self.bis_tabelle(self.fern, self.datei, LISTE["name"])
         self.assertEqual("2 Datensätz(e)", self.fern.text("lblGröße"))
 
     def test_kein_lauf_beginnt(self):

@@ -80,12 +80,7 @@ class Datentraeger(gemeinsam.AmProgramm):
 
     def test_schreibgeschuetzt_wird_beim_oeffnen_gesagt(self):
         self.mount("-o", "remount,ro", self.platte)
-        for rahmen in (0, 1):
-            self.fern.rahmen(rahmen)
-            self.fern.klicken("btnWeiter")
-        self.fern.rahmen(2)
-        self.fern.setzen("tbxDatenbankName", str(self.datei))
-        self.fern.klicken("btnWeiter")
+        self.datei_nennen(self.fern, self.datei)
         self.kasten("Fehler beim Öffnen der Datenbank", "schreibgeschützt")
         self.fern.druecken("OK")
         self.fern.rahmen(2)

@@ -172,10 +172,10 @@ class Muell(gemeinsam.AmProgramm):
         self.bis_tabelle(self.fern, self.datei, tabelle)
         for phase in ("Bereite Tabelle", "Durchsuche"):
             with self.subTest(phase):
-                self.phase_treffen(self.fern, phase, lambda: self.von_tabelle_bis_optionen(tabelle), "frmMüllBearbeiten")
-                self.fern.klicken("btnZurück")
-                self.fern.warten("meldung")
-                self.fern.druecken("Ja")
+                self.in_phase_klicken(
+                    self.fern, phase, lambda: self.von_tabelle_bis_optionen(tabelle), review="frmMüllBearbeiten"
+                )
+                self.laufabbruch_bejahen(self.fern)
                 self.nichts_bleibt(vorher)
 
     def test_nichts_gefunden(self):

@@ -38,13 +38,7 @@ class Passwort(gemeinsam.AmProgramm):
         self.gezeigt = []
 
     def mit_falschem_passwort(self):
-        for rahmen in (0, 1):
-            self.fern.rahmen(rahmen)
-            self.fern.klicken("btnWeiter")
-        self.fern.rahmen(2)
-        self.fern.setzen("tbxDatenbankName", str(self.lauf.datei))
-        self.fern.setzen("tbxDatenbankPasswort", FALSCH)
-        self.fern.klicken("btnWeiter")
+        self.datei_nennen(self.fern, self.lauf.datei, FALSCH)
         self.fern.warten("meldung")
         self.gezeigt.append(str(self.fern.meldung()))
         self.fern.druecken("OK")

@@ -188,10 +188,8 @@ class ZweiteTabelle(gemeinsam.AmProgramm):
         self.bis_tabelle(self.fern, self.datei, tabelle)
         for phase in (f"Bereite Tabelle '{tabelle}' vor", f"Mische '{tabelle}'", "Bereite Tabelle auf Vergleich vor", "Durchsuche", "Reichere"):
             with self.subTest(phase):
-                self.phase_treffen(self.fern, phase, lambda: self.bis_zum_abgleich(tabelle))
-                self.fern.klicken("btnZurück")
-                self.fern.warten("meldung")
-                self.fern.druecken("Ja")
+                self.in_phase_klicken(self.fern, phase, lambda: self.bis_zum_abgleich(tabelle))
+                self.laufabbruch_bejahen(self.fern)
                 self.fern.rahmen(3)
                 self.assertEqual(bytes_vorher, self.datei.read_bytes())
                 self.assertEqual(mdbtools.tabellen(self.datei), self.fern.lesen("lstTabellen")["eintraege"])

@@ -1,6 +1,7 @@
 // The program's state, and waiting until it is reached.
 #include <QApplication>
 #include <QJsonArray>
+#include <QLabel>
 #include <QMessageBox>
 
 #include "befehle.h"
@@ -51,10 +52,22 @@ QJsonObject zustand() {
 
 using Bedingung = std::function<bool()>;
 
+constexpr int kRahmenDurchfuehrung = 6;
+
+// A phase may be over before anybody looks; waiting on would be in vain.
+Bedingung phase(const QString& text) {
+    return [text] {
+        if (gRahmen != kRahmenDurchfuehrung) throw Abgelehnt(QStringLiteral("Es arbeitet kein Vorgang."));
+        const auto* information = qobject_cast<QLabel*>(WidgetFinden(QStringLiteral("lblInformation")));
+        return information && information->text().contains(text);
+    };
+}
+
 Bedingung bedingungVon(const QJsonObject& b) {
     const QString auf = TextFeld(b, "auf");
     if (auf == u"rahmen") return [nummer = ZahlFeld(b, "wert")] { return gRahmen == nummer; };
     if (auf == u"meldung") return [] { return ObersterKasten() || ObersterDateidialog(); };
+    if (auf == u"phase") return phase(TextFeld(b, "wert"));
     if (auf == u"ende") return [] { return !LaufAktiv(); };
     if (auf == u"fenster")
         return [name = TextFeld(b, "wert")] {
