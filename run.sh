@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 
 skripte/installieren.sh bauen
-cmake --preset dev -DLINDGARN_TESTS=OFF -DLINDGARN_BENCH=OFF -B build/lauf >/dev/null
+cmake --preset release -DLINDGARN_VORAB=ON -B build/lauf >/dev/null
 cmake --build build/lauf
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
