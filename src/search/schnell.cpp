@@ -28,7 +28,6 @@ namespace {
 constexpr size_t kMeisteFelder = 64;
 constexpr size_t kMeisteTexte = 8000000;  // with more of them, a new block begins with empty stores
 constexpr qint64 kSchritteJeAtempause = 20000;
-constexpr size_t kKleinerBlock = 48;  // rows; below it every pair is looked at
 constexpr size_t kTrefferImSpeicher = 4 << 20;
 // By how much the gain of a stage exceeds what it stands for, at most.
 constexpr int kRundung = 2;
@@ -36,21 +35,21 @@ constexpr int kRundung = 2;
 // One block.
 class Lauf {
   public:
-    Lauf(const Blocksicht& block, bool differenzieren, float schwelle, const Paarempfang& empfang,
+    Lauf(const Blocksicht& block, bool differenzieren, float schwelle, const Paarempfang& empfang, bool klein,
          Kleinzahlen& kleinzahlen)
         : block_(block),
           differenzieren_(differenzieren),
           schwelle_(schwelle),
           empfang_(empfang),
+          klein_(klein),
           kleinzahlen_(kleinzahlen),
           treffer_(block.zeilen, std::min(empfang.hoechstens, kTrefferImSpeicher)) {}
 
     bool ausfuehren() {
-        const bool klein = block_.zeilen < kKleinerBlock;
-        if (!klein && !ordnung_.bilden(block_, kleinzahlen_, [this](qint64 n) { return schritte(n); }))
+        if (!klein_ && !ordnung_.bilden(block_, kleinzahlen_, [this](qint64 n) { return schritte(n); }))
             return false;
         do {
-            if (!(klein ? jedesPaar() : inStufen())) return false;
+            if (!(klein_ ? jedesPaar() : inStufen())) return false;
             if (!melden()) return false;
         } while (gewollt_ && treffer_.weiterruecken());
         const qint64 alle = qint64(block_.zeilen) * (qint64(block_.zeilen) - 1) / 2;
@@ -324,6 +323,7 @@ class Lauf {
     bool differenzieren_;
     float schwelle_;
     const Paarempfang& empfang_;
+    bool klein_;  // every pair is looked at
     Kleinzahlen& kleinzahlen_;
     Treffersammlung treffer_;
     Blockordnung ordnung_;
@@ -369,8 +369,12 @@ struct Schnellvergleich::Arbeitsspeicher {
     Kleinzahlen kleinzahlen;
 };
 
-Schnellvergleich::Schnellvergleich(const FeldZuordnungen& zuordnungen, bool differenzieren, float schwelle)
-    : differenzieren_(differenzieren), schwelle_(schwelle), speicher_(std::make_unique<Arbeitsspeicher>()) {
+Schnellvergleich::Schnellvergleich(const FeldZuordnungen& zuordnungen, bool differenzieren, float schwelle,
+                                   size_t kleinerBlock)
+    : differenzieren_(differenzieren),
+      schwelle_(schwelle),
+      kleinerBlock_(kleinerBlock),
+      speicher_(std::make_unique<Arbeitsspeicher>()) {
     const std::vector<Vergleichsfeld> felder = VergleichsfelderFuer(zuordnungen);
     double gesamt = 0;
     for (const Vergleichsfeld& feld : felder) {
@@ -423,5 +427,6 @@ bool Schnellvergleich::anfuegen(const Wert* zeile) {
 bool Schnellvergleich::vergleichen(const Paarempfang& empfang) {
     if (zeilen_ < 2) return true;
     const Blocksicht block{vorraete_, texte_, werte_, zeilen_};
-    return Lauf(block, differenzieren_, schwelle_, empfang, speicher_->kleinzahlen).ausfuehren();
+    return Lauf(block, differenzieren_, schwelle_, empfang, zeilen_ < kleinerBlock_, speicher_->kleinzahlen)
+        .ausfuehren();
 }

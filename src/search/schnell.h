@@ -22,7 +22,11 @@ struct Paarempfang {
 
 class Schnellvergleich {
   public:
-    Schnellvergleich(const FeldZuordnungen& zuordnungen, bool differenzieren, float schwelle);
+    // Rows of a block; below it putting them in order costs more than it saves, and every pair is looked at.
+    static constexpr size_t kKleinerBlock = 256;
+
+    Schnellvergleich(const FeldZuordnungen& zuordnungen, bool differenzieren, float schwelle,
+                     size_t kleinerBlock = kKleinerBlock);
     ~Schnellvergleich();
 
     // False when the weights or the threshold are such that bounds do not hold; then only the letter counts.
@@ -48,6 +52,7 @@ class Schnellvergleich {
     bool moeglich_ = true;
     bool differenzieren_;
     float schwelle_;
+    size_t kleinerBlock_;
     Textvorrat texte_;
     std::vector<Wertvorrat> vorraete_;  // one a field, in the order of the rule table
     // For each row taken, and for each one of the block, the number of its value in each field, 0 for a

@@ -29,6 +29,8 @@ Wertvorrat::Wertvorrat(Vergleichsfeld feld, bool differenzieren, float schwelle,
         if (zaehlt) gewicht_ += double(zeile.gewicht);
         zeilen_.push_back(std::move(neu));
     }
+    ohne_ = gerundet(0);
+    for (size_t teil = 0; teil < masse_.size(); ++teil) masse_[teil].ohne = teilgewinn(teil, 0);
     leeren();
 }
 
@@ -101,15 +103,17 @@ int Wertvorrat::gerundet(double punkte, double gewicht) const {
     return int(std::floor((punkte - schwelle_ * gewicht) * einheit_)) + 1 + kSpielraum;
 }
 
+// Most pairs have nothing in common.
 int Wertvorrat::teilgewinn(size_t teil, int textA, int textB, const Textvorrat& texte) const {
-    return teilgewinn(teil, double(textmass(teil, textA, textB, texte)));
+    const float mass = textmass(teil, textA, textB, texte);
+    return mass == 0 ? masse_[teil].ohne : teilgewinn(teil, double(mass));
 }
 
 int Wertvorrat::gewinn(int a, int b, const Textvorrat& texte) const {
     double punkte = 0;
     for (size_t teil = 0; teil < masse_.size(); ++teil)
         if (masse_[teil].hoechstens > 0) punkte += double(mass(teil, a, b, texte)) * masse_[teil].hoechstens;
-    return gerundet(punkte);
+    return punkte == 0 ? ohne_ : gerundet(punkte);
 }
 
 void Wertvorrat::summieren(Vergleichssummen& summen, int a, int b, const Textvorrat& texte) const {

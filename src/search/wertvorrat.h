@@ -27,7 +27,7 @@ class Wertvorrat {
     // The greatest gain that a value can have with any other one, and the gain of values that have nothing in
     // common.
     int bestens(int nummer) const { return bestens_[size_t(nummer)]; }
-    int mindestens() const { return gerundet(0); }
+    int mindestens() const { return ohne_; }
     // The gain of two values from 1.
     int gewinn(int a, int b, const Textvorrat& texte) const;
 
@@ -45,17 +45,19 @@ class Wertvorrat {
     }
     int teilgewinn(size_t teil, int textA, int textB, const Textvorrat& texte) const;
     int teilBestens(size_t teil, int text) const { return teilgewinn(teil, text < 0 ? 0 : 1); }
-    int teilMindestens(size_t teil) const { return teilgewinn(teil, 0); }
+    int teilMindestens(size_t teil) const { return masse_[teil].ohne; }
 
     // Adds the rows of the field to the sums, exactly as the rules do.
     void summieren(Vergleichssummen& summen, int a, int b, const Textvorrat& texte) const;
 
   private:
-    // A measure of the field: what it measures, and what a full agreement gives to the score.
+    // A measure of the field: what it measures, what a full agreement gives to the score, and the gain of
+    // texts that have nothing in common.
     struct Teil {
         Mass mass;
         int parser;
         double hoechstens;
+        int ohne = 0;
     };
     struct Produkt {
         size_t teil;
@@ -71,14 +73,15 @@ class Wertvorrat {
     float mass(size_t teil, int a, int b, const Textvorrat& texte) const;
     int gerundet(double punkte) const { return gerundet(punkte, gewicht_); }
     int gerundet(double punkte, double gewicht) const;
+    int neu(const Wert& wert, Textvorrat& texte);
 
     Vergleichsfeld feld_;
     double gewicht_ = 0;
     double schwelle_;
     double einheit_;
+    int ohne_ = 0;
     std::vector<Teil> masse_;
     std::vector<Zeile> zeilen_;
-    int neu(const Wert& wert, Textvorrat& texte);
 
     Textindex nummern_;              // of the values from 0
     std::vector<char16_t> zeichen_;  // the texts of all values, one behind the other

@@ -20,7 +20,8 @@ quint64 weiter(quint64 summe, char16_t zeichen) {
     return (summe ^ zeichen) * 0x9E3779B97F4A7C15u;
 }
 
-// The distinct words of texts, found by their characters or by a part of a longer word.
+// The distinct words of texts, of at most `kLaengstesWort` characters, found by them or by a part of a longer
+// word.
 class Wortliste {
   public:
     explicit Wortliste(size_t hoechstens) {
@@ -36,6 +37,7 @@ class Wortliste {
         int& platz = suchen(summe, wort);
         if (platz >= 0) return platz;
         filter_[filterplatz(summe)] |= filterbit(summe);
+        laengen_ |= quint64(1) << wort.size();
         worte_.push_back(wort);
         return platz = int(worte_.size()) - 1;
     }
@@ -47,6 +49,7 @@ class Wortliste {
             quint64 summe = kAnfang;
             for (size_t bis = von; bis < wort.size() && bis - von + 1 < wort.size(); ++bis) {
                 summe = weiter(summe, wort[bis]);
+                if ((laengen_ >> (bis - von + 1) & 1) == 0) continue;
                 if ((filter_[filterplatz(summe)] & filterbit(summe)) == 0) continue;
                 const int nummer = suchen(summe, wort.substr(von, bis - von + 1));
                 if (nummer >= 0) besuch(size_t(nummer));
@@ -68,6 +71,7 @@ class Wortliste {
     std::vector<std::u16string_view> worte_;
     std::vector<int> plaetze_;  // a power of two of them, -1 is free
     std::vector<quint64> filter_;
+    quint64 laengen_ = 0;  // a bit for each length that a word has
     int verschiebung_ = 0;
 };
 

@@ -298,7 +298,7 @@ TEST_F(Durchlauf, WholeSearchesListWhatTheLetterLists) {
     const Pass durchlaeufe[] = {{0, 2, u"[A],[E],[D]"}, {6, 5, u"[G],[A]"}, {4, 2, u"[E],[F],[A]"}};
     Zufallsadressen zufall(7, 12);
     std::vector<std::vector<Wert>> zeilen;
-    for (Zeile& zeile : zufall.zeilen(zuordnungen, kInstrumentiert ? 200 : 420)) {
+    for (Zeile& zeile : zufall.zeilen(zuordnungen, kInstrumentiert ? 200 : 520)) {
         // More than half without a firm: they make one great block.
         if (zufall.zahl(0, 9) < 6) zeile[0] = Wert(u"");
         for (Wert& wert : zeile) wert = wert.alsText();
