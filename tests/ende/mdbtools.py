@@ -22,7 +22,9 @@ def felder(datei, tabelle):
     text = aufruf("mdb-schema", "-T", tabelle, datei)
     arten = {"Text": "text", "Memo/Hyperlink": "memo", "DateTime": "datum", "Boolean": "bool"}
     ergebnis = []
-    for name, typ, groesse in re.findall(r"^\t\[(.*?)\]\t+([A-Za-z/ ]+?) ?(?:\((\d+)\))?(?: NOT NULL)?,? *$", text, re.M):
+    for name, typ, groesse in re.findall(
+        r"^\t\[(.*?)\]\t+([A-Za-z/ ]+?) ?(?:\((\d+)\))?(?: NOT NULL)?,? *$", text, re.M
+    ):
         ergebnis.append({"name": name, "art": arten.get(typ, "zahl"), "groesse": int(groesse or 0)})
     return ergebnis
 

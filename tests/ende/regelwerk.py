@@ -80,9 +80,7 @@ def ist_zahl(v):
     if t[:1] in ("+", "-"):
         t = t[1:]
     return (
-        all(c in "0123456789,." for c in t)
-        and t.count(",") + t.count(".") <= 1
-        and any(c in "0123456789" for c in t)
+        all(c in "0123456789,." for c in t) and t.count(",") + t.count(".") <= 1 and any(c in "0123456789" for c in t)
     )
 
 
@@ -258,9 +256,7 @@ def feldinhalt(v, art):
 
 # --- preparation ---------------------------------------------------------------------------------------------
 
-STRASSENWORTE = (
-    "weg gasse strasse str chaussee allee platz ring der dem den auf am an zum zu im in".split()
-)
+STRASSENWORTE = "weg gasse strasse str chaussee allee platz ring der dem den auf am an zum zu im in".split()
 
 
 def normalisiert(v):
@@ -301,9 +297,7 @@ def aufbereitet(v, feld):
         if m in (2, 4):
             return ziffern(v)
         if m == 3:
-            return (
-                ohne_strassenworte(normalisiert(strasse(v))).strip(" ") + " " + ziffern(hausnummer(v))
-            )[:n]
+            return (ohne_strassenworte(normalisiert(strasse(v))).strip(" ") + " " + ziffern(hausnummer(v)))[:n]
         if m in (8, 12):
             return normalisiert(v)[:n]
     if g == 4:

@@ -23,7 +23,9 @@ class VorDemLauf(gemeinsam.AmProgramm):
     def nichts_bleibt(self):
         self.fern.rahmen(3)
         self.assertEqual(self.vorher, self.datei.read_bytes(), "the file was changed")
-        self.assertEqual([self.datei.name], [p.name for p in self.ordner.glob("*") if p.is_file() and p.name != "ablage"])
+        self.assertEqual(
+            [self.datei.name], [p.name for p in self.ordner.glob("*") if p.is_file() and p.name != "ablage"]
+        )
         self.assertEqual(mdbtools.tabellen(self.datei), self.fern.lesen("lstTabellen")["eintraege"])
 
 

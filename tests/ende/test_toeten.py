@@ -69,7 +69,9 @@ class Toeten(gemeinsam.AmProgramm):
         leser.kopieren(self.ordner / "quelle", ordner)
         lauf = self.lauf(leser, ordner)
         lauf.vorbereiten(vorgang)
-        ziel = (self.irgendwann, (lauf.fern, zufall)) if nummer % 2 else (self.beim_schreiben, (ordner, lauf.fern, zufall))
+        ziel = (
+            (self.irgendwann, (lauf.fern, zufall)) if nummer % 2 else (self.beim_schreiben, (ordner, lauf.fern, zufall))
+        )
         moerder = threading.Thread(target=ziel[0], args=ziel[1])
         moerder.start()
         try:

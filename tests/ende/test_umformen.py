@@ -137,7 +137,11 @@ class Umformen(gemeinsam.AmProgramm):
             namen += ([] if i in weg else [name]) + (["Beides"] if i == stellen[0] else [])
         for alt in self.zeilen:
             a, b = (alt[s] for s in stellen)
-            beides = None if a is None and b is None and trennzeichen is None else (a or "") + (trennzeichen or "") + (b or "")
+            beides = (
+                None
+                if a is None and b is None and trennzeichen is None
+                else (a or "") + (trennzeichen or "") + (b or "")
+            )
             if beides == "":
                 continue
             neu = []

@@ -100,8 +100,14 @@ class FremdeMappe(MitHinweis, gemeinsam.AmProgramm):
         super().setUp()
         self.datei = self.ordner / "kunden.xls"
         self.zeilen = [
-            [f"Müller {i % 7}", 1067 + i * 991, f"Ort {i % 5}", f"Lange Straße {i}", datetime.date(1950 + i, 3, 1 + i),
-             1.5 * i]  # fmt: skip
+            [
+                f"Müller {i % 7}",
+                1067 + i * 991,
+                f"Ort {i % 5}",
+                f"Lange Straße {i}",
+                datetime.date(1950 + i, 3, 1 + i),
+                1.5 * i,
+            ]  # fmt: skip
             for i in range(20)
         ]
         self.mappe_bauen()

@@ -24,9 +24,7 @@ def ergaenzt(ziel, felder2, zeile):
     """The value of a field of the first table for a record of the second one."""
     wert = r.LEER
     for n, (art, parser) in enumerate(MISCHUNG.get((ziel["gruppe"], ziel["maske"]), [])):
-        stellen = [
-            i for i, f in enumerate(felder2) if f["gruppe"] == r.gruppe_von(art) and f["maske"] & r.CODE[art]
-        ]
+        stellen = [i for i, f in enumerate(felder2) if f["gruppe"] == r.gruppe_von(art) and f["maske"] & r.CODE[art]]
         if not stellen:
             continue
         roh = zeile[stellen[0]]
@@ -186,7 +184,13 @@ class ZweiteTabelle(gemeinsam.AmProgramm):
         zweite_tabelle(self.datei, mdbtools.zeilen(self.datei, tabelle))
         bytes_vorher = self.datei.read_bytes()
         self.bis_tabelle(self.fern, self.datei, tabelle)
-        for phase in (f"Bereite Tabelle '{tabelle}' vor", f"Mische '{tabelle}'", "Bereite Tabelle auf Vergleich vor", "Durchsuche", "Reichere"):
+        for phase in (
+            f"Bereite Tabelle '{tabelle}' vor",
+            f"Mische '{tabelle}'",
+            "Bereite Tabelle auf Vergleich vor",
+            "Durchsuche",
+            "Reichere",
+        ):
             with self.subTest(phase):
                 self.in_phase_klicken(self.fern, phase, lambda: self.bis_zum_abgleich(tabelle))
                 self.laufabbruch_bejahen(self.fern)

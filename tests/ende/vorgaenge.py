@@ -66,7 +66,9 @@ def tabelle_uebertragen(quelle, tabelle, ziel, passwort="", anzahl=-1):
     katalog = pruefstand("Katalog", str(quelle), "")["tabellen"]
     felder = next(t for t in katalog if t["name"] == tabelle)["felder"]
     zeilen = in_1252(pruefstand("Zeilen", str(quelle), "", tabelle, 0, anzahl))
-    pruefstand("TabelleSchreiben", str(ziel), passwort, {"name": tabelle, "felder": felder, "indexe": [], "zeilen": zeilen})
+    pruefstand(
+        "TabelleSchreiben", str(ziel), passwort, {"name": tabelle, "felder": felder, "indexe": [], "zeilen": zeilen}
+    )
 
 
 def messe(zeilen, namen=("Firma2", "Anschrift", "PLZOrt", "Telefon", "Kontakt")):
