@@ -9,7 +9,7 @@ BAUEN=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl1-mesa-dev libsqlite3
        qt6-translations-l10n libqt6svg6 fonts-liberation python3 mdbtools)
 PRUEFEN=(libgtest-dev libgmock-dev clang-14 libclang-rt-14-dev cmark-gfm appstream
          desktop-file-utils python3-dbfread dbview shapelib python3-xlrd python3-xlwt
-         gnumeric libreoffice-calc-nogui)
+         gnumeric libreoffice-calc-nogui libreoffice-base-drivers)
 MESSEN=(python3-levenshtein python3-xlwt python3-xlrd python3-dbfread dbview catdoc gnumeric mdbtools)
 PAKET=(dpkg-dev cmark-gfm appstream desktop-file-utils man-db lintian devscripts debootstrap)
 ABDECKUNG=(llvm-14)

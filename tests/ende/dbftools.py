@@ -16,7 +16,9 @@ ARTEN = {"C": "text", "M": "memo", "N": "zahl", "F": "zahl", "D": "datum", "L": 
 def lesen(ordner, tabelle):
     for pfad in pathlib.Path(ordner).iterdir():
         if pfad.suffix.lower() == ".dbf" and pfad.stem.upper() == tabelle.upper():
-            return dbfread.DBF(pfad, lowernames=False, load=True, char_decode_errors="strict")
+            # A file that does not name its code page is taken for one of DOS, as German ones are.
+            seite = None if pfad.read_bytes()[29] else "cp850"
+            return dbfread.DBF(pfad, encoding=seite, lowernames=False, load=True, char_decode_errors="strict")
     raise FileNotFoundError(tabelle)
 
 

@@ -1,6 +1,7 @@
 """All six operations on a folder of .dbf files, held against the rules told a second time and dbfread."""
 import pathlib
 import shutil
+import subprocess
 import unicodedata
 import unittest
 
@@ -27,6 +28,11 @@ def in_cp850(v):
         return v
     einfach = "".join(z if z.encode("cp850", "ignore") else unicodedata.normalize("NFD", z) for z in v)
     return einfach.encode("cp850", "ignore").decode("cp850")
+
+
+def verschmolzen(erster, zweiter):
+    """With a blank between; blanks at the end of a text are the field's own."""
+    return f"{erster or ''} {zweiter or ''}".rstrip(" ") or None
 
 
 class Dbf(gemeinsam.AmProgramm):
@@ -71,7 +77,7 @@ class Dbf(gemeinsam.AmProgramm):
         formen = [(f["name"], *f["form"]) for f in dbftools.felder(self.daten, ZIEL)]
         self.assertEqual(neue_formen or list(SPALTEN), formen)
 
-    def ziel_nennen(self):
+    def ziel_nennen(self, ziel=ZIEL):
         """The default name is too long for dBase; the program says so and waits for another one."""
         self.fern.rahmen(4)
         kurz = self.fern.text("lblKurzerName").rpartition(" ")[2].rstrip(".")
@@ -80,7 +86,7 @@ class Dbf(gemeinsam.AmProgramm):
         self.fern.warten("meldung")
         self.assertIn("dBase-Datenbank, oder ist länger als 8 Zeichen", self.fern.meldung()["text"])
         self.fern.druecken("OK")
-        self.fern.setzen("tbxZielTabelle", ZIEL)
+        self.fern.setzen("tbxZielTabelle", ziel)
         self.fern.klicken("btnWeiter")
 
     def bis_vorgang(self, auswahl, tabelle="ADRESSEN"):
@@ -185,8 +191,7 @@ class Dbf(gemeinsam.AmProgramm):
         self.fern.klicken("btnWeiter")
         self.fern.rahmen(42)
         i = [s[0] for s in SPALTEN].index("PLZ")
-        # Blanks at the end of a text are the field's own.
-        zeilen = [z[:i] + [f"{z[i] or ''} {z[i + 1] or ''}".rstrip(" ") or None] + z[i + 2 :] for z in self.erste]
+        zeilen = [z[:i] + [verschmolzen(z[i], z[i + 1])] + z[i + 2 :] for z in self.erste]
         neu = dbftools.felder(self.daten, ZIEL)[i]
         self.assertEqual(("PLZORT", "C"), (neu["name"], neu["form"][0]))
         self.nur_das_ziel_kam_dazu(zeilen, [*SPALTEN[:i], ("PLZORT", *neu["form"]), *SPALTEN[i + 2 :]])
@@ -265,6 +270,55 @@ class Dbf(gemeinsam.AmProgramm):
         self.fern.rahmen(3)
         self.assertEqual(["ADRESSEN", "messe"], self.fern.lesen("lstTabellen")["eintraege"])
         self.assertEqual(vorher, dbftools.bytes_von(self.daten))
+
+    def in_libreoffice_speichern(self, name):
+        """Another program opens a table and saves it in its own way: without a code page, an empty number as 0."""
+        if not shutil.which("soffice"):
+            self.skipTest("soffice fehlt")
+        aus = self.ordner / "gespeichert"
+        dos850 = "dBase:4"
+        subprocess.run(
+            ["soffice", f"-env:UserInstallation=file://{self.ordner}/lo", "--headless", f"--infilter={dos850}",
+             "--convert-to", f"dbf:{dos850}", "--outdir", aus, self.daten / name],
+            check=True, capture_output=True,
+        )  # fmt: skip
+        (self.daten / name).write_bytes((aus / name).with_suffix(".dbf").read_bytes())
+
+    def test_andere_programme_speichern_dazwischen(self):
+        """A saved source gives a result; that is saved and added to by others, and gives the next result."""
+        self.in_libreoffice_speichern("ADRESSEN.DBF")
+        quelle = dbftools.zeilen(self.daten, "ADRESSEN")
+        self.assertEqual([z[:13] for z in self.erste], [z[:13] for z in quelle])
+        self.verschmelzen("ADRESSEN", "PLZ", "ORT", "PLZORT")
+        plz = [s[0] for s in SPALTEN].index("PLZ")
+        beide = [z[: plz + 1] + [verschmolzen(z[plz], z[plz + 1])] + z[plz + 1 :] for z in quelle]
+        self.assertEqual(beide, dbftools.zeilen(self.daten, ZIEL))
+        self.in_libreoffice_speichern(f"{ZIEL}.dbf")
+        self.assertEqual(beide, dbftools.zeilen(self.daten, ZIEL))
+        werte = [f["name"][0] if f["art"] in ("text", "memo") else "" for f in dbftools.felder(self.daten, ZIEL)]
+        subprocess.run(["dbfadd", self.daten / f"{ZIEL}.dbf", *werte], check=True, capture_output=True)
+        quelle = dbftools.zeilen(self.daten, ZIEL)
+        self.assertEqual(len(beide) + 1, len(quelle))
+        vorher = dbftools.bytes_von(self.daten)
+        self.fern = self.programm()
+        self.verschmelzen(ZIEL, "VORNAME", "NACHNAME", "WER", "ZWEITES")
+        vor = [s[0] for s in SPALTEN].index("VORNAME")
+        dreifach = [z[: vor + 1] + [verschmolzen(z[vor], z[vor + 1])] + z[vor + 1 :] for z in quelle]
+        self.assertEqual(dreifach, dbftools.zeilen(self.daten, "ZWEITES"))
+        self.assertEqual(vorher, {n: b for n, b in dbftools.bytes_von(self.daten).items() if n != "ZWEITES.dbf"})
+
+    def verschmelzen(self, tabelle, feld1, feld2, neues, ziel=ZIEL):
+        """From the welcome page to the result."""
+        self.bis_vorgang(0, tabelle)
+        self.ziel_nennen(ziel)
+        self.fern.rahmen(41)
+        self.fern.setzen("cbxVerschmelzen1", feld1)
+        self.fern.setzen("cbxVerschmelzen2", feld2)
+        self.fern.setzen("tbxVerschmolzen", neues)
+        self.fern.setzen("otnTrennzeichen_0", True)
+        self.fern.setzen("tbxTrennzeichen", " ")
+        self.fern.klicken("btnWeiter")
+        self.fern.rahmen(42)
 
     def test_memos_gehen_mit(self):
         """A table of dBase III with memos: the merged table has all of them, in the same form and code page."""
