@@ -83,6 +83,8 @@ void FensterQt::teilFortschrittText(const QString& text) {
 
 void FensterQt::taktgeber(bool an) {
     for (QTimer* takt : {haupt_.tmrDauer, haupt_.tmrFortschritt}) an ? takt->start() : takt->stop();
+    // A phase that has no share to show moves all the same.
+    if (haupt_.rahmenDurchfuehrung->isVisible()) haupt_.wartenZeigen(!an);
 }
 
 void FensterQt::ereignisseVerarbeiten() {

@@ -213,6 +213,7 @@ Rahmen* FrmHaupt::freRahmen(int nummer) const {
 void FrmHaupt::rahmenSichtbar(int nummer, bool sichtbar) {
     Rahmen* rahmen = freRahmen(nummer);
     if (!rahmen) return;
+    if (rahmen == rahmenDurchfuehrung) wartenZeigen(sichtbar);
     if (sichtbar) {
         stapel_->setCurrentWidget(rahmen);
         if (QWidget* erster = erstesElement(rahmen)) erster->setFocus(Qt::OtherFocusReason);

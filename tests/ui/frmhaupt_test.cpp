@@ -7,6 +7,7 @@
 #include <QSet>
 #include <QTimer>
 
+#include "run/fortschritt.h"
 #include "ui/assistent.h"
 #include "ui/bausteine.h"
 
@@ -280,6 +281,24 @@ TEST_F(Assistent, AufDenLeerenSeitenWirdGewartet) {
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
         EXPECT_FALSE(haupt().pgbWarten->isVisible());
     }
+}
+
+TEST_F(Assistent, EinLaufBewegtSichAuchOhneAnteil) {
+    QProgressBar* balken = haupt().pgbWarten;
+    const auto erscheint = [&] { return QTest::qWaitFor([&] { return balken->isVisible(); }); };
+    RahmenWechseln(gRahmen, 6, false, true);
+    EXPECT_TRUE(erscheint());
+    FortschrittStarten(100, 0.3);
+    EXPECT_FALSE(balken->isVisible());
+    FortschrittBeenden();
+    EXPECT_TRUE(erscheint());
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);  // the buttons take clicks
+    FortschrittStarten(100, 0.3);
+    EXPECT_FALSE(balken->isVisible());
+    FortschrittBeenden();
+    RahmenWechseln(6, 1, false, true);
+    QTest::qWait(400);  // longer than the strip takes to appear
+    EXPECT_FALSE(balken->isVisible());
 }
 
 TEST_F(Assistent, F1OeffnetDieHilfe) {
