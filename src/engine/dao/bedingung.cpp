@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "base/fehler.h"
-#include "engine/store/zellen.h"
 
 namespace dao {
 namespace {
@@ -20,12 +19,12 @@ void vergleichbarkeitPruefen(const engine::FeldDef& feld) {
                                .arg(feld.name));
 }
 
-QByteArray gleichungText(const Bedingung& gleich, const std::vector<engine::FeldDef>& felder,
-                         const std::vector<int>& spalten) {
-    if (gleich.links.feld.isEmpty()) return gleich.links.zahl == gleich.rechts.zahl ? "1" : "0";
+store::Bedingung gleichung(const Bedingung& gleich, const std::vector<engine::FeldDef>& felder,
+                           const std::vector<int>& spalten) {
+    if (gleich.links.feld.isEmpty()) return {gleich.links.zahl == gleich.rechts.zahl ? "1" : "0", {}};
     const auto stelle = size_t(feldFuerAbfrage(felder, gleich.links.feld));
     vergleichbarkeitPruefen(felder[stelle]);
-    return store::gleichText(spalten[stelle], store::spaltenartVon(felder[stelle].typ), gleich.rechts.zahl);
+    return store::gleich(spalten[stelle], store::spaltenartVon(felder[stelle].typ), gleich.rechts.zahl);
 }
 
 }  // namespace
@@ -40,15 +39,18 @@ int feldFuerAbfrage(const std::vector<engine::FeldDef>& felder, const QString& n
     return int(fund - felder.begin());
 }
 
-QByteArray bedingungText(const Bedingung& bedingung, const std::vector<engine::FeldDef>& felder,
-                         const std::vector<int>& spalten) {
-    if (bedingung.art == Bedingung::Art::Gleich) return gleichungText(bedingung, felder, spalten);
+store::Bedingung speicherbedingung(const Bedingung& bedingung, const std::vector<engine::FeldDef>& felder,
+                                   const std::vector<int>& spalten) {
+    if (bedingung.art == Bedingung::Art::Gleich) return gleichung(bedingung, felder, spalten);
     const QByteArray verbinder = bedingung.art == Bedingung::Art::Und ? " AND " : " OR ";
-    QByteArray text;
-    for (const Bedingung& teil : bedingung.teile)
-        text +=
-            (text.isEmpty() ? QByteArray() : verbinder) + "(" + bedingungText(teil, felder, spalten) + ")";
-    return bedingung.art == Bedingung::Art::Nicht ? "NOT " + text : text;
+    store::Bedingung ganze;
+    for (const Bedingung& teil : bedingung.teile) {
+        store::Bedingung eine = speicherbedingung(teil, felder, spalten);
+        ganze.text += (ganze.text.isEmpty() ? QByteArray() : verbinder) + "(" + eine.text + ")";
+        ganze.spalten.merge(eine.spalten);
+    }
+    if (bedingung.art == Bedingung::Art::Nicht) ganze.text.prepend("NOT ");
+    return ganze;
 }
 
 }  // namespace dao

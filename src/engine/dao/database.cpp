@@ -183,7 +183,7 @@ std::unique_ptr<Recordset> Database::satzOeffnen(TableDef& tabelle, const QStrin
     zustand->auswahl.tabelle = tabelle.kern_->nummer;
     if (auswahl.bedingung)
         zustand->auswahl.bedingung =
-            bedingungText(*auswahl.bedingung, zustand->tabellenfelder, zustand->spalten);
+            speicherbedingung(*auswahl.bedingung, zustand->tabellenfelder, zustand->spalten);
     zustand->auswahl.ordnung = ordnungsspalten(auswahl, zustand->tabellenfelder, zustand->spalten);
     zustand->waehlen();
     zustand->anmelden();
@@ -198,7 +198,7 @@ qint64 Database::Execute(const QString& anweisung) {
     store::Speicher& speicher = z_->kern->speicher;
     const qint64 nummer = tabelle.kern_->nummer;
     const std::vector<qint64> ids = speicher.auswaehlen(
-        {nummer, bedingungText(loeschung.bedingung, tabelle.definition().felder, tabelle.spalten_), {}});
+        {nummer, speicherbedingung(loeschung.bedingung, tabelle.definition().felder, tabelle.spalten_), {}});
     speicher.zeilenEntfernen(nummer, ids);
     if (!ids.empty()) tabelle.kern_->geaendert = true;
     return qint64(ids.size());

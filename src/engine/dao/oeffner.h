@@ -26,7 +26,8 @@ std::optional<Dateiart> dateiartVon(const QString& verbindung);
 // The password of ";PWD=...;", everything between the first "=" and the last ";". Empty for other texts.
 QString passwortVon(const QString& verbindung);
 
-// Clears what a crash left in the file's folder, then opens. Raises 3343 for a kind without an opener, and what the opener raises.
+// Clears what a crash left in the file's folder, then opens. Raises 3343 for a kind without an opener, and
+// what the opener raises.
 std::unique_ptr<engine::Datenbankdatei> dateiOeffnen(const QString& pfad, const QString& verbindung);
 
 }  // namespace dao

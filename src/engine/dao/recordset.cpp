@@ -372,8 +372,9 @@ std::vector<qint64> Recordset::Bookmarks(qint64 anzahl) const {
 void Recordset::FindFirst(const QString& bedingung) {
     Zustand& z = offen();
     z.entwurfFallenlassen();
-    const QByteArray text = bedingungText(bedingungLesen(bedingung), z.tabellenfelder, z.spalten);
-    const std::vector<qint64> treffer = z.kern->speicher.auswaehlen({z.auswahl.tabelle, text, {}});
+    const store::Bedingung gesucht =
+        speicherbedingung(bedingungLesen(bedingung), z.tabellenfelder, z.spalten);
+    const std::vector<qint64> treffer = z.kern->speicher.auswaehlen({z.auswahl.tabelle, gesucht, {}});
     const auto fund = std::find_if(z.stand.schluessel.begin(), z.stand.schluessel.end(), [&](qint64 id) {
         return std::binary_search(treffer.begin(), treffer.end(), id);
     });

@@ -191,7 +191,7 @@ void Speicher::zeilenEntfernen(qint64 nummer, const std::vector<qint64>& ids) {
 void Speicher::suchbarMachen(const Auswahl& auswahl) {
     if (inTransaktion() || naechsteId(auswahl.tabelle) < kVieleZeilen) return;
     const Verbindung::Atmend atmend(verbindung_);
-    for (const int spalte : verglicheneSpalten(auswahl.bedingung)) {
+    for (const int spalte : auswahl.bedingung.spalten) {
         const QByteArray tabelle = tabellenname(auswahl.tabelle), zelle = spaltenname(spalte);
         try {
             verbindung_.ausfuehren("CREATE INDEX IF NOT EXISTS " + tabelle + zelle + " ON " + tabelle + "(" +
@@ -206,7 +206,7 @@ std::vector<qint64> Speicher::auswaehlen(const Auswahl& auswahl) {
     tabelle(auswahl.tabelle);
     suchbarMachen(auswahl);
     QByteArray text = "SELECT id" + spaltenliste(auswahl.ordnung) + " FROM " + tabellenname(auswahl.tabelle);
-    if (!auswahl.bedingung.isEmpty()) text += " WHERE " + auswahl.bedingung;
+    if (!auswahl.bedingung.text.isEmpty()) text += " WHERE " + auswahl.bedingung.text;
     sqlite3_stmt* anweisung = verbindung_.vorbereitet(text + " ORDER BY id");
     std::vector<qint64> ids;
     const Zuruecksetzer zurueck(anweisung);

@@ -15,7 +15,7 @@ namespace store {
 // Which rows, in which order. Columns count from 0 in the order in which they were made.
 struct Auswahl {
     qint64 tabelle = 0;
-    QByteArray bedingung;      // in the store's language, made of gleichText, AND, OR, NOT; empty: all rows
+    Bedingung bedingung;       // empty: all rows
     std::vector<int> ordnung;  // columns to sort by, the first one counts most; then by id
 };
 

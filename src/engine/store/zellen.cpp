@@ -1,7 +1,6 @@
 // Cells of the working store: encoding, decoding, sort keys.
 #include "engine/store/zellen.h"
 
-#include <QRegularExpression>
 #include <QtEndian>
 #include <array>
 #include <cmath>
@@ -322,21 +321,15 @@ int funktionenAnmelden(sqlite3* datenbank) {
                                       nullptr);
 }
 
-QByteArray gleichText(int spalte, Spaltenart art, const Wert& zahl) {
+Bedingung gleich(int spalte, Spaltenart art, const Wert& zahl) {
     const QByteArray zelle = "c" + QByteArray::number(spalte);
     const bool unmittelbar = art != Spaltenart::Waehrung && art != Spaltenart::Dezimal;
     const QByteArray links = unmittelbar ? zelle : "zahl(" + zelle + "," + QByteArray::number(int(art)) + ")";
     const QByteArray rechts = zahl.art() == Wert::Art::Ganzzahl ? QByteArray::number(zahl.ganzzahl())
                                                                 : QByteArray::number(zahl.alsZahl(), 'e', 17);
-    return links + " = " + rechts;
-}
-
-std::set<int> verglicheneSpalten(const QByteArray& bedingung) {
-    static const QRegularExpression gleichung(QStringLiteral("c(\\d+) = "));
-    std::set<int> spalten;
-    auto fund = gleichung.globalMatch(QString::fromLatin1(bedingung));
-    while (fund.hasNext()) spalten.insert(fund.next().captured(1).toInt());
-    return spalten;
+    Bedingung bedingung{links + " = " + rechts, {}};
+    if (unmittelbar) bedingung.spalten.insert(spalte);
+    return bedingung;
 }
 
 }  // namespace store

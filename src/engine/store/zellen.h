@@ -31,9 +31,13 @@ void sortSchluesselAnhaengen(QByteArray& ziel, sqlite3_stmt* anweisung, int spal
 // Makes a function known to the store: `zahl(zelle, art)`, the value as a floating number.
 int funktionenAnmelden(sqlite3* datenbank);
 
-// "cell of column `spalte` equals `zahl`" in the store's language, for a column of a kind that holds numbers.
-QByteArray gleichText(int spalte, Spaltenart art, const Wert& zahl);
-// The columns that a condition of such texts compares as they are kept, so that an index can find them.
-std::set<int> verglicheneSpalten(const QByteArray& bedingung);
+// A condition in the store's language; an empty one holds for all rows. Conditions are joined with AND, OR
+// and NOT.
+struct Bedingung {
+    QByteArray text;
+    std::set<int> spalten;  // compared as they are kept, so that an index can find them
+};
+// "Cell of column `spalte` equals `zahl`", for a column of a kind that holds numbers.
+Bedingung gleich(int spalte, Spaltenart art, const Wert& zahl);
 
 }  // namespace store

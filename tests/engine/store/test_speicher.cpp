@@ -106,7 +106,7 @@ TEST_F(SpeicherTest, AuswahlMitBedingungUndOrdnung) {
     EXPECT_EQ(speicher.auswaehlen({1, {}, {}}), (std::vector<qint64>{1, 2, 3, 4}));
     EXPECT_EQ(speicher.auswaehlen({1, {}, {1}}), (std::vector<qint64>{3, 1, 2, 4}));
     EXPECT_EQ(speicher.auswaehlen({1, {}, {1, 0}}), (std::vector<qint64>{3, 2, 4, 1}));
-    EXPECT_EQ(speicher.auswaehlen({1, store::gleichText(0, Spaltenart::Ganzzahl, Wert(1)), {1}}),
+    EXPECT_EQ(speicher.auswaehlen({1, store::gleich(0, Spaltenart::Ganzzahl, Wert(1)), {1}}),
               (std::vector<qint64>{2, 4}));
 }
 
@@ -115,7 +115,7 @@ TEST_F(SpeicherTest, DieAuswahlAusEinerGrossenTabelleKenntJedeAenderung) {
     constexpr int kZeilen = 60000;
     for (int i = 1; i <= kZeilen; ++i) hinzu(i % 20000);
     const auto ids = [&](int zahl) {
-        return speicher.auswaehlen({1, store::gleichText(0, Spaltenart::Ganzzahl, Wert(zahl)), {}});
+        return speicher.auswaehlen({1, store::gleich(0, Spaltenart::Ganzzahl, Wert(zahl)), {}});
     };
     using Ids = std::vector<qint64>;
     EXPECT_EQ(ids(7), (Ids{7, 20007, 40007}));
@@ -137,7 +137,7 @@ TEST_F(SpeicherTest, DieAuswahlAusEinerGrossenTabelleKenntJedeAenderung) {
 TEST_F(SpeicherTest, EineVolleScheibeVerhindertKeineAuswahl) {
     for (int i = 1; i <= 60000; ++i) hinzu(i);
     speicher.hoechstensSeiten(1);  // no more than there are
-    EXPECT_EQ(speicher.auswaehlen({1, store::gleichText(0, Spaltenart::Ganzzahl, Wert(7)), {}}),
+    EXPECT_EQ(speicher.auswaehlen({1, store::gleich(0, Spaltenart::Ganzzahl, Wert(7)), {}}),
               std::vector<qint64>{7});
 }
 
@@ -393,7 +393,7 @@ TEST_F(SpeicherTest, AuchDerIndexEinerAuswahlLaesstSichAbbrechen) {
     speicher.beginnen();
     for (int i = 1; i <= 60000; ++i) hinzu(i % 20000);
     speicher.festschreiben();
-    const store::Auswahl sieben{1, store::gleichText(0, Spaltenart::Ganzzahl, Wert(7)), {}};
+    const store::Auswahl sieben{1, store::gleich(0, Spaltenart::Ganzzahl, Wert(7)), {}};
     {
         const Atemzug haken([] { throw Abbruch(); });
         EXPECT_THROW(speicher.auswaehlen(sieben), Abbruch);

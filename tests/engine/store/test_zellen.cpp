@@ -199,7 +199,7 @@ TEST(ZellenTest, GleichheitMitEinerZahlInJederZahlenspalte) {
         store::Speicher speicher;
         speicher.tabelleAnlegen(1, {fall.art});
         speicher.zeileAnhaengen(1, {0}, {fall.inhalt});
-        const auto ids = speicher.auswaehlen({1, store::gleichText(0, fall.art, fall.zahl), {}});
+        const auto ids = speicher.auswaehlen({1, store::gleich(0, fall.art, fall.zahl), {}});
         EXPECT_EQ(!ids.empty(), fall.gleich);
     }
 }
