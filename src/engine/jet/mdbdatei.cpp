@@ -130,10 +130,10 @@ engine::Hinweise schreiben(const QString& pfad, const std::vector<engine::Aender
 }
 
 // Reads the new file back: nothing that was sound is broken, and every new table has its rows.
-std::shared_ptr<Seitendatei> zurueckgelesen(const QString& pfad, const std::vector<Mangel>& bekannte,
+std::shared_ptr<Seitendatei> zurueckgelesen(const QString& pfad, const Seitendatei& bisherige,
                                             const Erwartet& erwartet) {
     std::shared_ptr<Seitendatei> datei = oeffnen(pfad, QIODevice::ReadOnly);
-    dateiPruefen(*datei, bekannte);
+    dateiPruefen(*datei, [&] { return maengelFinden(bisherige); });
     for (const auto& [name, zeilen] : erwartet) {
         if (qint64(tabelleLesen(*datei, name).zeilen) == zeilen) continue;
         throw EngineFehler(
@@ -182,13 +182,12 @@ engine::Hinweise MdbDatei::anwenden(const std::vector<engine::Aenderung>& aender
     schreibenPruefen();
     unveraendertPruefen();
     sperrdateiPruefen(pfad_);
-    const std::vector<Mangel> bekannte = maengelFinden(*datei_);
     Erwartet erwartet;
     engine::Hinweise hinweise;
     std::shared_ptr<Seitendatei> neue;
     stand_ = engine::dateiAustauschen(
         pfad_, stand_, [&](const QString& neu) { hinweise = schreiben(neu, aenderungen, erwartet); },
-        [&](const QString& neu) { neue = zurueckgelesen(neu, bekannte, erwartet); });
+        [&](const QString& neu) { neue = zurueckgelesen(neu, *datei_, erwartet); });
     // It was opened before it took its place: a failure behind the swap would look as if nothing had changed.
     datei_ = std::move(neue);
     return hinweise;

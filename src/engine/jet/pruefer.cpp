@@ -148,10 +148,13 @@ QStringList maengelSuchen(const Seitendatei& datei) {
     return zeilen;
 }
 
-void dateiPruefen(const Seitendatei& datei, const std::vector<Mangel>& bekannte) {
-    for (const Mangel& mangel : maengelFinden(datei)) {
+void dateiPruefen(const Seitendatei& datei, const std::function<std::vector<Mangel>()>& bekannte) {
+    const std::vector<Mangel> gefundene = maengelFinden(datei);
+    if (gefundene.empty()) return;
+    const std::vector<Mangel> alte = bekannte ? bekannte() : std::vector<Mangel>();
+    for (const Mangel& mangel : gefundene) {
         const bool bekannt =
-            std::any_of(bekannte.begin(), bekannte.end(), [&](const Mangel& b) { return b.gleich(mangel); });
+            std::any_of(alte.begin(), alte.end(), [&](const Mangel& b) { return b.gleich(mangel); });
         if (bekannt) continue;
         throw EngineFehler(kBeschaedigt,
                            u"Die Datenbankdatei hält der Prüfung nicht stand (%1). Verwenden Sie eine "

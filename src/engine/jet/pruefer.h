@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <vector>
 
 #include "engine/jet/seiten.h"
@@ -31,8 +32,8 @@ std::vector<Mangel> maengelFinden(const Seitendatei& datei);
 // The same as lines for people.
 QStringList maengelSuchen(const Seitendatei& datei);
 
-// Raises kBeschaedigt naming the first deviation that is not among `bekannte` (those found before a change:
-// a file that was slightly off may be changed all the same).
-void dateiPruefen(const Seitendatei& datei, const std::vector<Mangel>& bekannte = {});
+// Raises kBeschaedigt naming the first deviation that is not among `bekannte` (those from before a change: a
+// file that was slightly off may be changed all the same). They are asked for only when there is a deviation.
+void dateiPruefen(const Seitendatei& datei, const std::function<std::vector<Mangel>()>& bekannte = {});
 
 }  // namespace jet

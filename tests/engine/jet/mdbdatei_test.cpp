@@ -4,7 +4,9 @@
 #include <QTemporaryDir>
 
 #include "engine/jet/anlegen.h"
+#include "engine/jet/bytes.h"
 #include "engine/jet/indexseite.h"
+#include "engine/jet/katalog_lesen.h"
 #include "engine/jet/tdef.h"
 #include "mdbschreiben.h"
 
@@ -172,6 +174,25 @@ TEST_F(MdbDatei, EinFehlerMittendrinLaesstDieDateiWieSieWar) {
     EXPECT_EQ(tabellenLautMdbtools(pfad_), QStringList{QStringLiteral("Zweite")});
 }
 
+TEST_F(MdbDatei, EinMangelDerSchonDaWarHaeltNichtsAuf) {
+    jet::MdbDatei(pfad_, QString()).anwenden({anlegen(kunden(), kundenzeilen(20))});
+    {
+        auto geraet = std::make_unique<QFile>(pfad_);
+        ASSERT_TRUE(geraet->open(QIODevice::ReadWrite));
+        jet::Seitendatei seiten(std::move(geraet));
+        const quint32 definition = jet::tabelleLesen(seiten, QStringLiteral("Kunden")).seite();
+        QByteArray bytes = seiten.seite(definition);
+        jet::u32Setzen(bytes, seiten.format().tdefZeilen, 19);
+        seiten.schreiben(definition, bytes);
+    }
+    TabellenDef zweite = kunden();
+    zweite.name = QStringLiteral("Zweite");
+    jet::MdbDatei datei(pfad_, QString());
+    datei.anwenden({anlegen(zweite, kundenzeilen(5))});
+    EXPECT_EQ(tabellenLautMdbtools(pfad_), (QStringList{QStringLiteral("Kunden"), QStringLiteral("Zweite")}));
+    EXPECT_EQ(alleZeilen(datei, QStringLiteral("Kunden")).size(), 20u);
+}
+
 TEST_F(MdbDatei, WasAnderePerSpeichernGeaendertHabenWirdNichtUeberschrieben) {
     jet::MdbDatei datei(pfad_, QString());
     {
@@ -181,8 +202,7 @@ TEST_F(MdbDatei, WasAnderePerSpeichernGeaendertHabenWirdNichtUeberschrieben) {
     const QByteArray fremd = inhalt(pfad_);
     TabellenDef zweite = kunden();
     zweite.name = QStringLiteral("Zweite");
-    EXPECT_EQ(fehlerVon([&] { datei.anwenden({anlegen(zweite, kundenzeilen(1))}); }),
-              kDateiGeaendert);
+    EXPECT_EQ(fehlerVon([&] { datei.anwenden({anlegen(zweite, kundenzeilen(1))}); }), kDateiGeaendert);
     EXPECT_EQ(fehlerVon([&] { datei.zeilenLesen(QStringLiteral("MSysObjects")); }), kDateiGeaendert);
     EXPECT_EQ(inhalt(pfad_), fremd);
 }
@@ -271,8 +291,7 @@ TEST_F(MdbDatei, DateienVonAccess2010WerdenGelesenUndNieGeschrieben) {
     EXPECT_EQ(fehlerVon([&] { neuer.schreibenPruefen(); }, &text), kSystemgrenze);
     EXPECT_EQ(text, katalog.hinweise[0]);
     EXPECT_EQ(fehlerVon([&] { aelter.schreibenPruefen(); }), 0);
-    EXPECT_EQ(fehlerVon([&] { neuer.anwenden({anlegen(kunden(), kundenzeilen(3))}); }),
-              kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { neuer.anwenden({anlegen(kunden(), kundenzeilen(3))}); }), kSystemgrenze);
     EXPECT_EQ(inhalt(pfad), bytes);
 }
 

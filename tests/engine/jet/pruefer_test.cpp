@@ -32,13 +32,28 @@ TEST(JetPruefer, NurNeueMaengelVerhindernEineAenderung) {
     PROBE_ODER_UEBERSPRINGEN(kBeziehungen);
     Seitendatei datei(proben::bytes(kBeziehungen));
     setzen(datei, kDefinition, datei.format().tdefZeilen, quint32(4));
-    const std::vector<jet::Mangel> bekannte = jet::maengelFinden(datei);
-    ASSERT_EQ(bekannte.size(), 1u);
+    const auto bekannte = [alte = jet::maengelFinden(datei)] { return alte; };
+    ASSERT_EQ(bekannte().size(), 1u);
     EXPECT_EQ(fehlerVon([&] { jet::dateiPruefen(datei, bekannte); }), 0);
     setzen(datei, kIndex, 2, quint16(3000));
     QString text;
     EXPECT_EQ(fehlerVon([&] { jet::dateiPruefen(datei, bekannte); }, &text), kBeschaedigt);
     EXPECT_TRUE(text.contains(u"3000 freie Bytes")) << text.toStdString();
+}
+
+TEST(JetPruefer, NachBekanntenMaengelnWirdNurGefragtWennEinerDaIst) {
+    PROBE_ODER_UEBERSPRINGEN(kBeziehungen);
+    Seitendatei datei(proben::bytes(kBeziehungen));
+    int fragen = 0;
+    const auto bekannte = [&] {
+        ++fragen;
+        return jet::maengelFinden(datei);
+    };
+    jet::dateiPruefen(datei, bekannte);
+    EXPECT_EQ(fragen, 0);
+    setzen(datei, kDefinition, datei.format().tdefZeilen, quint32(4));
+    jet::dateiPruefen(datei, bekannte);
+    EXPECT_EQ(fragen, 1);
 }
 
 TEST(JetPruefer, BekannteMaengelBleibenBekanntWennDieTabelleUmbenanntWird) {

@@ -56,7 +56,7 @@ inline QString ersteTabelle(const jet::Seitendatei& datei) {
 // and has no deviation that it did not have before.
 inline void allesAendern(const QByteArray& bytes) {
     jet::Seitendatei datei(bytes);
-    const std::vector<jet::Mangel> vorher = jet::maengelFinden(datei);
+    const auto vorher = [alte = jet::maengelFinden(datei)] { return alte; };
     aendern(datei, [](jet::Schreiber& s) {
         Zeilen zeilen;
         s.anlegen(definition(), zeilen);
