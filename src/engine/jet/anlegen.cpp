@@ -108,7 +108,7 @@ QByteArray objektseite(const Tabelle& tabelle) {
         wertSetzen(tabelle, zeile, u"DateUpdate", heute);
         wertSetzen(tabelle, zeile, u"Owner", kontoBytes(objekt.besitzer));
         wertSetzen(tabelle, zeile, u"Flags", langBytes(0x80000000u));
-        bau.anfuegen(zeileBauen(kJet4, tabelle, zeile));
+        bau.anfuegen(zeileBauen(kJet4, tabelle, sichten(zeile)));
     }
     return bau.bytes();
 }
@@ -121,7 +121,7 @@ QByteArray rechteseite(const Tabelle& tabelle) {
         wertSetzen(tabelle, zeile, u"ACM", langBytes(recht.rechte));
         wertSetzen(tabelle, zeile, u"SID", kontoBytes(recht.konto));
         if (recht.vererbt) wertSetzen(tabelle, zeile, u"FInheritable", QByteArray());
-        bau.anfuegen(zeileBauen(kJet4, tabelle, zeile));
+        bau.anfuegen(zeileBauen(kJet4, tabelle, sichten(zeile)));
     }
     return bau.bytes();
 }

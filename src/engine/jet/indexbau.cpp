@@ -14,29 +14,22 @@
 #include "engine/jet/schluessel.h"
 #include "engine/jet/seitenvergabe.h"
 #include "engine/jet/tdefbau.h"
-#include "engine/jet/wertbau.h"
 
 namespace jet {
 namespace {
 
 constexpr quint8 kBedingungen = kIndexEindeutig | kIndexErforderlich;
 
-std::optional<QByteArray> gespeichert(const Format& format, const Spalte& spalte, const Wert& wert) {
-    if (wert.istLeerOderNull()) return {};
-    if (spalte.typ != kTypBoolean) return wertBytes(format, spalte, wert);
-    if (!wahrheitVon(spalte, wert)) return {};
-    return QByteArray();
-}
-
-std::optional<QByteArray> gespeichert(const Seitendatei& datei, const Spalte& spalte,
-                                      const Zeilenteile& teile) {
+// The stored bytes of a value, of a long one those that `lang` then keeps.
+std::optional<QByteArrayView> gespeichert(const Seitendatei& datei, const Spalte& spalte,
+                                          const Zeilenteile& teile, QByteArray& lang) {
     if (spalte.typ == kTypBoolean)
-        return teile.gesetzt(spalte.nummer) ? std::optional(QByteArray()) : std::nullopt;
+        return teile.gesetzt(spalte.nummer) ? std::optional(QByteArrayView()) : std::nullopt;
     const std::optional<QByteArrayView> roh = teile.roh(spalte);
-    if (!roh) return {};
-    if (!spalte.istLang()) return roh->toByteArray();
+    if (!roh || !spalte.istLang()) return roh;
     if (roh->isEmpty()) return {};
-    return langwertLesen(datei, *roh, teile.sicht().struktur()).bytes;
+    lang = langwertLesen(datei, *roh, teile.sicht().struktur()).bytes;
+    return lang;
 }
 
 const Spalte& indexspalte(const Tabelle& tabelle, const IndexSpalte& indexSpalte) {
@@ -109,11 +102,11 @@ void indexErneuern(Seitendatei& datei, Seitenvergabe& vergabe, const Tabelle& ta
 
 QByteArray zeilenSchluessel(const Seitendatei& datei, const Tabelle& tabelle, const EchterIndex& index,
                             const Zeilenteile& teile) {
-    QByteArray schluessel;
+    QByteArray schluessel, lang;
     for (const IndexSpalte& is : index.spalten) {
         const Spalte& spalte = indexspalte(tabelle, is);
         schluesselAnhaengen(schluessel, datei.format(), spalte, is.absteigend,
-                            gespeichert(datei, spalte, teile));
+                            gespeichert(datei, spalte, teile, lang));
     }
     return schluessel;
 }
@@ -131,14 +124,14 @@ Indexbau::Indexbau(Seitendatei& datei, const Tabelle& tabelle)
         }
 }
 
-void Indexbau::aufnehmen(const engine::Zeile& zeile, Zeilenort ort) {
+void Indexbau::aufnehmen(const Rohsichten& werte, Zeilenort ort) {
     for (size_t i = 0; i < sammlungen_.size(); ++i) {
         const EchterIndex& index = tabelle_.echte[i];
         Sammlung& sammlung = sammlungen_[i];
         QByteArray schluessel;
         for (size_t s = 0; s < sammlung.spalten.size(); ++s) {
             const Spalte& spalte = tabelle_.spalten[sammlung.spalten[s]];
-            const auto wert = gespeichert(datei_.format(), spalte, zeile[sammlung.spalten[s]]);
+            const std::optional<QByteArrayView>& wert = werte[sammlung.spalten[s]];
             if (!wert && spalte.typ != kTypBoolean) sammlung.hatNull = true;
             schluesselAnhaengen(schluessel, datei_.format(), spalte, index.spalten[s].absteigend, wert);
         }

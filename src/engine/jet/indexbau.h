@@ -7,6 +7,7 @@
 #include "engine/jet/indexeintraege.h"
 #include "engine/jet/tdef.h"
 #include "engine/jet/zeile.h"
+#include "engine/jet/zeilenbau.h"
 
 namespace jet {
 
@@ -25,9 +26,9 @@ class Indexbau {
     // an index on a column that is not there.
     Indexbau(Seitendatei& datei, const Tabelle& tabelle);
 
-    // Takes in a row with one value for each column, in column order, that was written at `ort`. Raises what
-    // wertBytes and schluesselAnhaengen raise.
-    void aufnehmen(const engine::Zeile& zeile, Zeilenort ort);
+    // Takes in a row that was written at `ort`: its stored values, of a Memo or OLE column the content.
+    // Raises what schluesselAnhaengen raises.
+    void aufnehmen(const Rohsichten& werte, Zeilenort ort);
 
     // Writes the trees and returns the pages of each, ascending; roots and counters go into `tabelle`, the
     // one given at the start. An index whose rows break its conditions (unique, no Null) becomes a plain one,

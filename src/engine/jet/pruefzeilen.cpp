@@ -111,12 +111,13 @@ void Zeilenpruefung::wertePruefen(Zeilenort ort, QByteArrayView bytes, quint32 s
 
 // A value that lies in the row: it can be read and is not longer than its column.
 void Zeilenpruefung::kurzenPruefen(Zeilenort ort, const Spalte& spalte, QByteArrayView roh) {
-    wertAusBytes(lauf_.format(), spalte, roh, lauf_.name(), ort.seite);
     const bool berechnet = spalte.flags2 & kSpalteBerechnet;
-    if (berechnet || (spalte.typ != kTypText && spalte.typ != kTypBinaer)) return;
+    if (berechnet) return;  // any bytes will do
+    // Any bytes read as some text.
+    if (spalte.typ != kTypText) wertAusBytes(lauf_.format(), spalte, roh, lauf_.name(), ort.seite);
+    if (spalte.typ != kTypText && spalte.typ != kTypBinaer) return;
     const qsizetype einheit = spalte.typ == kTypText && lauf_.format().jet4 ? 2 : 1;
-    const qsizetype laenge =
-        spalte.typ == kTypText ? textLesen(lauf_.format(), roh).size() : qsizetype(roh.size());
+    const qsizetype laenge = spalte.typ == kTypText ? textLaenge(lauf_.format(), roh) : qsizetype(roh.size());
     if (laenge * einheit > spalte.laenge)
         lauf_.melden(ort.seite, u"Zeile %1: der Wert in »%2« ist länger als das Feld"_qs.arg(ort.zeile).arg(
                                     spalte.name));

@@ -124,8 +124,7 @@ QByteArray aufsteigendeZahl(const Spalte& spalte, const Sicht& wert) {
     }
 }
 
-QByteArray wertSchluessel(const Format& format, const Spalte& spalte, bool absteigend,
-                          const QByteArray& bytes) {
+QByteArray wertSchluessel(const Format& format, const Spalte& spalte, bool absteigend, QByteArrayView bytes) {
     if (!schluesselMoeglich(spalte)) ohneSchluessel(spalte);
     const Sicht wert(bytes, spalte.name, 0);
     switch (spalte.typ) {
@@ -163,7 +162,7 @@ bool schluesselMoeglich(const Spalte& spalte) {
 }
 
 void schluesselAnhaengen(QByteArray& ziel, const Format& format, const Spalte& spalte, bool absteigend,
-                         const std::optional<QByteArray>& gespeichert) {
+                         const std::optional<QByteArrayView>& gespeichert) {
     if (spalte.typ == kTypBoolean) {
         const bool voll = gespeichert.has_value() == absteigend;
         ziel.append(char(absteigend ? kWertAb : kWertAuf)).append(voll ? '\xFF' : '\0');

@@ -18,7 +18,7 @@ bool schluesselMoeglich(const Spalte& spalte);
 // Raises kSystemgrenze for a column without keys, kBeschaedigt for too few bytes. Seen in the index entries
 // of files of Access 97 to 2003.
 void schluesselAnhaengen(QByteArray& ziel, const Format& format, const Spalte& spalte, bool absteigend,
-                         const std::optional<QByteArray>& gespeichert);
+                         const std::optional<QByteArrayView>& gespeichert);
 
 // The key of a row whose indexed columns are all Null.
 QByteArray nullSchluessel(const EchterIndex& index);

@@ -13,7 +13,7 @@ namespace jet {
 
 // Page 0, un-masked. Seen in files of Access 97 to 2016.
 struct Kopf {
-    int version = 0;  // byte 0x14: 0 Jet 3, 1 Jet 4, 2 and up ACE
+    int version = 0;          // byte 0x14: 0 Jet 3, 1 Jet 4, 2 and up ACE
     quint16 codepage = 1252;  // text of Jet 3; 0 in the file means 1252
     quint16 sortierung = 0;   // 0x0409 = General
     quint8 sortVersion = 0;   // 0 = General of Access 2000 to 2007, 1 = of 2010
@@ -100,6 +100,8 @@ void passwortPruefen(const Kopf& kopf, const QString& passwort);
 
 // A Text or Memo value: Windows-1252 (Jet 3), UTF-16 or its compressed form (Jet 4).
 QString textLesen(const Format& format, QByteArrayView bytes);
+// The number of its characters.
+qsizetype textLaenge(const Format& format, QByteArrayView bytes);
 // The name of a column, index or property: as above, but never compressed.
 QString namenLesen(const Format& format, QByteArrayView bytes);
 // The bytes of a Jet 3 text (Windows-1252); bytes the code page leaves open are U+0081 and so on.

@@ -52,7 +52,7 @@ std::vector<Systemtabelle::Zeile> Systemtabelle::zeilen() const {
 }
 
 void Systemtabelle::einfuegen(const Rohwerte& werte) {
-    const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, werte);
+    const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, sichten(werte));
     if (bytes.size() > datei_.format().laengsteZeile) beschaedigt(tabelle_.name, tabelle_.seite());
     for (const quint32 seite : frei_) {
         const QByteArray alt = datei_.seite(seite, kDatenseite, tabelle_.name);
@@ -84,7 +84,7 @@ void Systemtabelle::slotLoeschen(Zeilenort ort) {
 }
 
 void Systemtabelle::ersetzen(const Zeile& zeile, const Rohwerte& werte) {
-    const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, werte);
+    const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, sichten(werte));
     const Zeilenort ort = zeile.ort;
     Datenseitenbau bau(datei_.format(), datei_.seite(ort.seite, kDatenseite, tabelle_.name), ort.seite);
     if (zeile.bytesOrt != ort || !bau.passtStatt(ort.zeile, bytes.size())) {

@@ -174,7 +174,10 @@ Tabelle tabelleBauen(Seitendatei& datei, Seitenvergabe& vergabe, const engine::T
     definitionsseitenBelegen(datei, vergabe, tabelle);
     Zeilenschreiber schreiber(datei, vergabe, tabelle);
     Indexbau indexbau(datei, tabelle);
-    for (engine::Zeile zeile; zeilen.naechste(zeile);) indexbau.aufnehmen(zeile, schreiber.schreiben(zeile));
+    for (engine::Zeile zeile; zeilen.naechste(zeile);) {
+        const Zeilenort ort = schreiber.schreiben(zeile);
+        indexbau.aufnehmen(schreiber.inhalte(), ort);
+    }
     schreiber.abschliessen();
     const auto indexseiten = indexbau.bauen(vergabe, tabelle, hinweise);
     kartenAnlegen(datei, vergabe, schreiber, indexseiten, tabelle);

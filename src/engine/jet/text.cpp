@@ -27,6 +27,10 @@ QString ausUtf16(QByteArrayView bytes) {
     return text;
 }
 
+bool istKomprimiert(QByteArrayView bytes) {
+    return bytes.size() >= 2 && quint8(bytes[0]) == 0xFF && quint8(bytes[1]) == 0xFE;
+}
+
 // Behind FF FE: one byte a character until a byte 0, then UTF-16 until a byte 0 where a pair would start.
 QString ausKomprimiert(QByteArrayView bytes) {
     if (!bytes.contains('\0')) return QString::fromLatin1(bytes);
@@ -63,8 +67,14 @@ bool in1252(char16_t zeichen, char& byte) {
 
 QString textLesen(const Format& format, QByteArrayView bytes) {
     if (!format.jet4) return aus1252(bytes);
-    const bool komprimiert = bytes.size() >= 2 && quint8(bytes[0]) == 0xFF && quint8(bytes[1]) == 0xFE;
-    return komprimiert ? ausKomprimiert(bytes.sliced(2)) : ausUtf16(bytes);
+    return istKomprimiert(bytes) ? ausKomprimiert(bytes.sliced(2)) : ausUtf16(bytes);
+}
+
+qsizetype textLaenge(const Format& format, QByteArrayView bytes) {
+    if (!format.jet4) return bytes.size();
+    if (!istKomprimiert(bytes)) return bytes.size() / 2;
+    const QByteArrayView einzelne = bytes.sliced(2);
+    return einzelne.contains('\0') ? ausKomprimiert(einzelne).size() : einzelne.size();
 }
 
 QString namenLesen(const Format& format, QByteArrayView bytes) {

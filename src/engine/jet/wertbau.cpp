@@ -76,15 +76,8 @@ qint64 zehntausendstelVon(const Spalte& spalte, const Wert& wert) {
 }
 
 template <typename T>
-QByteArray roh(T wert) {
-    QByteArray bytes;
-    zahlAnhaengen(bytes, wert);
-    return bytes;
-}
-
-template <typename T>
-QByteArray ganzBytes(const Spalte& spalte, const Wert& wert) {
-    return roh(T(ganzzahlVon(spalte, wert, std::numeric_limits<T>::min(), std::numeric_limits<T>::max())));
+T ganzeVon(const Spalte& spalte, const Wert& wert) {
+    return T(ganzzahlVon(spalte, wert, std::numeric_limits<T>::min(), std::numeric_limits<T>::max()));
 }
 
 Dezimal dezimalVon(const Spalte& spalte, const Wert& wert) {
@@ -122,13 +115,11 @@ Ganz128 dezimalBeiSkala(const Spalte& spalte, const Dezimal& zahl) {
 }
 
 // Sign, then four words of 32 bits, the most significant one first, each little endian.
-QByteArray dezimalBytes(const Spalte& spalte, const Wert& wert) {
+void dezimalAnhaengen(QByteArray& ziel, const Spalte& spalte, const Wert& wert) {
     const Dezimal zahl = dezimalVon(spalte, wert);
     const Ganz128 betrag = dezimalBeiSkala(spalte, zahl);
-    QByteArray bytes;
-    u8Anhaengen(bytes, zahl.negativ && betrag != 0 ? 0x80 : 0);
-    for (int wort = 3; wort >= 0; --wort) u32Anhaengen(bytes, quint32(betrag >> (32 * wort)));
-    return bytes;
+    u8Anhaengen(ziel, zahl.negativ && betrag != 0 ? 0x80 : 0);
+    for (int wort = 3; wort >= 0; --wort) u32Anhaengen(ziel, quint32(betrag >> (32 * wort)));
 }
 
 // The first three groups of a GUID stand little endian, the rest as it reads.
@@ -189,14 +180,38 @@ QByteArray mitFeffBeginnend(const Spalte& spalte, const QString& text) {
     return bytes;
 }
 
-QByteArray textBytes(const Format& format, const Spalte& spalte, const Wert& wert) {
+void einzelnAnhaengen(QByteArray& ziel, QStringView text) {
+    const qsizetype ab = ziel.size();
+    ziel.resize(ab + text.size());
+    std::transform(text.begin(), text.end(), ziel.data() + ab, [](QChar c) { return char(c.unicode()); });
+}
+
+bool komprimierbar(QStringView text) {
+    return text.size() >= kKuerzesterKomprimierter && text.size() <= kLaengsterKomprimierter &&
+           std::all_of(text.begin(), text.end(),
+                       [](QChar c) { return c.unicode() >= 1 && c.unicode() <= 0xFF; });
+}
+
+void textAnhaengen4(QByteArray& ziel, QStringView text, bool komprimieren) {
+    if (komprimieren && komprimierbar(text)) {
+        ziel.append("\xFF\xFE", 2);
+        einzelnAnhaengen(ziel, text);
+    } else {
+        ziel.append(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+    }
+}
+
+void textAnhaengen(QByteArray& ziel, const Format& format, const Spalte& spalte, const Wert& wert) {
     QString text = textVon(spalte, wert);
     const qsizetype zeichen = format.jet4 ? spalte.laenge / 2 : spalte.laenge;
     if (spalte.typ == kTypText && text.size() > zeichen) zuLang(spalte);
     if (spalte.istFest()) text = text.leftJustified(zeichen, u' ');
-    if (!format.jet4) return textBytes3(spalte, text);
-    if (text.startsWith(QChar::ByteOrderMark)) return mitFeffBeginnend(spalte, text);
-    return textBytes4(text, (spalte.flags2 & kSpalteKomprimiert) && !spalte.istFest());
+    if (!format.jet4)
+        ziel += textBytes3(spalte, text);
+    else if (text.startsWith(QChar::ByteOrderMark))
+        ziel += mitFeffBeginnend(spalte, text);
+    else
+        textAnhaengen4(ziel, text, (spalte.flags2 & kSpalteKomprimiert) && !spalte.istFest());
 }
 
 QByteArray binaerBytes(const Spalte& spalte, const Wert& wert) {
@@ -208,51 +223,52 @@ QByteArray binaerBytes(const Spalte& spalte, const Wert& wert) {
     return bytes;
 }
 
-bool komprimierbar(QStringView text) {
-    return text.size() >= kKuerzesterKomprimierter && text.size() <= kLaengsterKomprimierter &&
-           std::all_of(text.begin(), text.end(),
-                       [](QChar c) { return c.unicode() >= 1 && c.unicode() <= 0xFF; });
-}
-
 }  // namespace
 
 QByteArray textBytes4(QStringView text, bool komprimieren) {
-    if (komprimieren && komprimierbar(text))
-        return QByteArray("\xFF\xFE") + QString(text.toString()).toLatin1();
-    return QByteArray(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+    QByteArray bytes;
+    textAnhaengen4(bytes, text, komprimieren);
+    return bytes;
 }
 
 bool wahrheitVon(const Spalte& spalte, const Wert& wert) {
     return wert.art() == Wert::Art::Wahrheit ? wert.wahrheit() : gleitzahlVon(spalte, wert) != 0;
 }
 
-QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wert) {
+void wertAnhaengen(QByteArray& ziel, const Format& format, const Spalte& spalte, const Wert& wert) {
     switch (spalte.typ) {
         case kTypBoolean:
-            return {};
+            return;
         case kTypByte:
-            return ganzBytes<quint8>(spalte, wert);
+            return zahlAnhaengen(ziel, ganzeVon<quint8>(spalte, wert));
         case kTypInteger:
-            return ganzBytes<qint16>(spalte, wert);
+            return zahlAnhaengen(ziel, ganzeVon<qint16>(spalte, wert));
         case kTypLong:
-            return ganzBytes<qint32>(spalte, wert);
+            return zahlAnhaengen(ziel, ganzeVon<qint32>(spalte, wert));
         case kTypWaehrung:
-            return roh(zehntausendstelVon(spalte, wert));
+            return zahlAnhaengen(ziel, zehntausendstelVon(spalte, wert));
         case kTypSingle:
-            return roh(float(gleitzahlVon(spalte, wert)));
+            return zahlAnhaengen(ziel, float(gleitzahlVon(spalte, wert)));
         case kTypDouble:
         case kTypDatum:
-            return roh(gleitzahlVon(spalte, wert));
+            return zahlAnhaengen(ziel, gleitzahlVon(spalte, wert));
         case kTypText:
         case kTypMemo:
-            return textBytes(format, spalte, wert);
+            return textAnhaengen(ziel, format, spalte, wert);
         case kTypGuid:
-            return guidBytes(spalte, wert);
+            ziel += guidBytes(spalte, wert);
+            return;
         case kTypDezimal:
-            return dezimalBytes(spalte, wert);
+            return dezimalAnhaengen(ziel, spalte, wert);
         default:
-            return binaerBytes(spalte, wert);
+            ziel += binaerBytes(spalte, wert);
     }
+}
+
+QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wert) {
+    QByteArray bytes;
+    wertAnhaengen(bytes, format, spalte, wert);
+    return bytes;
 }
 
 QByteArray jetztBytes() {

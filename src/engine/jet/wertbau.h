@@ -9,11 +9,13 @@
 
 namespace jet {
 
-// The stored bytes of a value that is neither Null nor Empty; for Memo and OLE columns those of the content,
-// before it becomes a long value. Nothing for Boolean, whose value is its bit in the null mask.
-// A number is taken for any numeric column it fits into, a text for Text, Memo and GUID, bytes for Binary and
+// Appends the stored bytes of a value that is neither Null nor Empty; for Memo and OLE columns those of the
+// content, before it becomes a long value. Nothing for Boolean, whose value is its bit in the null mask. A
+// number is taken for any numeric column it fits into, a text for Text, Memo and GUID, bytes for Binary and
 // OLE. Raises kUmwandlung, kFeldZuKlein (text or bytes longer than the column) or, for Jet 3, kUmwandlung
 // for a character that Windows-1252 does not have. The description names the column.
+void wertAnhaengen(QByteArray& ziel, const Format& format, const Spalte& spalte, const Wert& wert);
+// The same as bytes of their own.
 QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wert);
 
 // The bit of a Boolean column; numbers other than 0 are True. Raises kUmwandlung for texts and bytes.

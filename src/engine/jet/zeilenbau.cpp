@@ -19,30 +19,31 @@ int maskenlaenge(const Tabelle& tabelle) {
     return (tabelle.maxSpalten + 7) / 8;
 }
 
-QByteArray festenTeilBauen(const Tabelle& tabelle, const Rohwerte& werte) {
-    QByteArray teil(festerTeil(tabelle), '\0');
+void festenTeilAnhaengen(QByteArray& zeile, const Tabelle& tabelle, const Rohsichten& werte) {
+    const qsizetype anfang = zeile.size();
+    zeile.append(festerTeil(tabelle), '\0');
     for (size_t i = 0; i < werte.size(); ++i) {
         const Spalte& spalte = tabelle.spalten[i];
         if (!spalte.istFest() || spalte.typ == kTypBoolean || !werte[i]) continue;
         if (werte[i]->size() != spalte.laenge) beschaedigt(tabelle.name, tabelle.seite());
-        bytesSetzen(teil, spalte.fest, *werte[i]);
+        bytesSetzen(zeile, anfang + spalte.fest, *werte[i]);
     }
-    return teil;
 }
 
-QByteArray nullmaskeBauen(const Tabelle& tabelle, const Rohwerte& werte) {
-    QByteArray maske(maskenlaenge(tabelle), '\0');
+void nullmaskeAnhaengen(QByteArray& zeile, const Tabelle& tabelle, const Rohsichten& werte) {
+    const qsizetype anfang = zeile.size();
+    zeile.append(maskenlaenge(tabelle), '\0');
+    char* const maske = zeile.data() + anfang;
     for (size_t i = 0; i < werte.size(); ++i) {
         if (!werte[i]) continue;
         const int nummer = tabelle.spalten[i].nummer;
         maske[nummer / 8] = char(quint8(maske[nummer / 8]) | 1u << (nummer % 8));
     }
-    return maske;
 }
 
 // The variable values by their place in the row; Null has no bytes.
-std::vector<QByteArray> variableWerte(const Tabelle& tabelle, const Rohwerte& werte) {
-    std::vector<QByteArray> variable(tabelle.variable);
+std::vector<QByteArrayView> variableWerte(const Tabelle& tabelle, const Rohsichten& werte) {
+    std::vector<QByteArrayView> variable(tabelle.variable);
     for (size_t i = 0; i < werte.size(); ++i)
         if (istVariabel(tabelle.spalten[i]) && werte[i]) variable.at(tabelle.spalten[i].variabel) = *werte[i];
     return variable;
@@ -92,29 +93,40 @@ int festerTeil(const Tabelle& tabelle) {
     return ende;
 }
 
-qsizetype zeilenlaenge(const Format& format, const Tabelle& tabelle, const Rohwerte& werte) {
-    qsizetype ende = format.zeileKopf + festerTeil(tabelle);
+Rohsichten sichten(const Rohwerte& werte) {
+    return Rohsichten(werte.begin(), werte.end());
+}
+
+qsizetype variableBytes(const Tabelle& tabelle, const Rohsichten& werte) {
+    qsizetype bytes = 0;
     for (size_t i = 0; i < werte.size(); ++i)
-        if (istVariabel(tabelle.spalten[i]) && werte[i]) ende += werte[i]->size();
+        if (istVariabel(tabelle.spalten[i]) && werte[i]) bytes += werte[i]->size();
+    return bytes;
+}
+
+qsizetype zeilenlaenge(const Format& format, const Tabelle& tabelle, qsizetype variableBytes) {
+    const qsizetype ende = format.zeileKopf + festerTeil(tabelle) + variableBytes;
     if (tabelle.variable == 0) return ende + maskenlaenge(tabelle);
     if (format.jet4) return ende + 2 * (tabelle.variable + 2) + maskenlaenge(tabelle);
     const qsizetype ohne = laengeOhneSpruenge3(tabelle, ende);
     return ohne + sprungzahl(ohne);
 }
 
-QByteArray zeileBauen(const Format& format, const Tabelle& tabelle, const Rohwerte& werte) {
+QByteArray zeileBauen(const Format& format, const Tabelle& tabelle, const Rohsichten& werte) {
     Q_ASSERT(werte.size() == tabelle.spalten.size());
     QByteArray zeile;
+    zeile.reserve(zeilenlaenge(format, tabelle, variableBytes(tabelle, werte)));
     if (format.jet4)
         u16Anhaengen(zeile, tabelle.maxSpalten);
     else
         u8Anhaengen(zeile, quint8(tabelle.maxSpalten));
-    zeile += festenTeilBauen(tabelle, werte);
+    festenTeilAnhaengen(zeile, tabelle, werte);
     if (tabelle.variable > 0) {
         std::vector<qsizetype> stellen;
-        for (const QByteArray& wert : variableWerte(tabelle, werte)) {
+        stellen.reserve(size_t(tabelle.variable) + 1);
+        for (const QByteArrayView wert : variableWerte(tabelle, werte)) {
             stellen.push_back(zeile.size());
-            zeile += wert;
+            zeile.append(wert);
         }
         stellen.push_back(zeile.size());
         if (format.jet4)
@@ -122,7 +134,8 @@ QByteArray zeileBauen(const Format& format, const Tabelle& tabelle, const Rohwer
         else
             stellenAnhaengen3(zeile, tabelle, stellen);
     }
-    return zeile + nullmaskeBauen(tabelle, werte);
+    nullmaskeAnhaengen(zeile, tabelle, werte);
+    return zeile;
 }
 
 }  // namespace jet

@@ -11,35 +11,38 @@
 namespace jet {
 
 Zeilenschreiber::Zeilenschreiber(Seitendatei& datei, Seitenvergabe& vergabe, const Tabelle& tabelle)
-    : datei_(datei), vergabe_(vergabe), tabelle_(tabelle), lange_(tabelle.spalten.size()) {
+    : datei_(datei),
+      vergabe_(vergabe),
+      tabelle_(tabelle),
+      lange_(tabelle.spalten.size()),
+      puffer_(tabelle.spalten.size()),
+      inhalte_(tabelle.spalten.size()) {
     for (size_t i = 0; i < lange_.size(); ++i)
         if (tabelle.spalten[i].istLang()) lange_[i] = std::make_unique<Langwertbau>(datei, vergabe);
 }
 
-Rohwerte Zeilenschreiber::rohwerte(const engine::Zeile& zeile) const {
+void Zeilenschreiber::inhalteBilden(const engine::Zeile& zeile) {
     Q_ASSERT(zeile.size() == tabelle_.spalten.size());
-    Rohwerte werte(zeile.size());
     for (size_t i = 0; i < zeile.size(); ++i) {
+        inhalte_[i].reset();
         if (zeile[i].istLeerOderNull()) continue;
         const Spalte& spalte = tabelle_.spalten[i];
-        if (spalte.typ != kTypBoolean)
-            werte[i] = wertBytes(datei_.format(), spalte, zeile[i]);
-        else if (wahrheitVon(spalte, zeile[i]))
-            werte[i] = QByteArray();
+        if (spalte.typ == kTypBoolean && !wahrheitVon(spalte, zeile[i])) continue;
+        puffer_[i].resize(0);
+        wertAnhaengen(puffer_[i], datei_.format(), spalte, zeile[i]);
+        inhalte_[i] = puffer_[i];
     }
-    return werte;
 }
 
 // Short long values stand in the row as long as the row has room for them all.
-int Zeilenschreiber::inlineGrenze(const Rohwerte& werte) const {
-    Rohwerte mitFeldern = werte;
+int Zeilenschreiber::inlineGrenze() const {
+    const qsizetype inhalte = variableBytes(tabelle_, inhalte_);
     for (const int grenze : {kLangInline, 0}) {
-        for (size_t i = 0; i < werte.size(); ++i)
-            if (lange_[i] && werte[i])
-                mitFeldern[i] =
-                    QByteArray(Langwertbau::feldlaenge(werte[i]->size(), grenze), Qt::Uninitialized);
-        if (zeilenlaenge(datei_.format(), tabelle_, mitFeldern) <= datei_.format().laengsteZeile)
-            return grenze;
+        qsizetype bytes = inhalte;
+        for (size_t i = 0; i < inhalte_.size(); ++i)
+            if (lange_[i] && inhalte_[i])
+                bytes += Langwertbau::feldlaenge(inhalte_[i]->size(), grenze) - inhalte_[i]->size();
+        if (zeilenlaenge(datei_.format(), tabelle_, bytes) <= datei_.format().laengsteZeile) return grenze;
     }
     zeileZuLang();
 }
@@ -54,10 +57,14 @@ void Zeilenschreiber::zeileZuLang() const {
             .arg(datei_.format().laengsteZeile));
 }
 
-void Zeilenschreiber::langeEinsetzen(Rohwerte& werte) {
-    const int grenze = inlineGrenze(werte);
+// The values of the row with the fields of the long ones, which `felder` keeps.
+Rohsichten Zeilenschreiber::mitLangen(Rohwerte& felder) {
+    const int grenze = inlineGrenze();
+    Rohsichten werte = inhalte_;
+    felder.resize(werte.size());
     for (size_t i = 0; i < werte.size(); ++i)
-        if (lange_[i] && werte[i]) werte[i] = lange_[i]->feld(*werte[i], grenze);
+        if (lange_[i] && werte[i]) werte[i] = felder[i].emplace(lange_[i]->feld(puffer_[i], grenze));
+    return werte;
 }
 
 void Zeilenschreiber::autowertMerken(const engine::Zeile& zeile) {
@@ -71,9 +78,9 @@ void Zeilenschreiber::autowertMerken(const engine::Zeile& zeile) {
 }
 
 Zeilenort Zeilenschreiber::schreiben(const engine::Zeile& zeile) {
-    Rohwerte werte = rohwerte(zeile);
-    langeEinsetzen(werte);
-    const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, werte);
+    inhalteBilden(zeile);
+    Rohwerte felder;
+    const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, mitLangen(felder));
     if (!bau_ || !bau_->passt(bytes.size())) {
         abschliessen();
         Atempause();

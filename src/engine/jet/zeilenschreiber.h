@@ -26,6 +26,8 @@ class Zeilenschreiber {
     // Writes a row with one value for each column, in column order (Null and Empty are Null), and returns its
     // place. Raises kSystemgrenze for a row that no page can hold, and what wertBytes raises.
     Zeilenort schreiben(const engine::Zeile& zeile);
+    // The stored values of that row, of a Memo or OLE column its content.
+    const Rohsichten& inhalte() const { return inhalte_; }
     // Writes the pages under construction.
     void abschliessen();
 
@@ -39,9 +41,9 @@ class Zeilenschreiber {
     const Langwertbau& lange(size_t spalte) const { return *lange_[spalte]; }
 
   private:
-    Rohwerte rohwerte(const engine::Zeile& zeile) const;
-    void langeEinsetzen(Rohwerte& werte);
-    int inlineGrenze(const Rohwerte& werte) const;
+    void inhalteBilden(const engine::Zeile& zeile);
+    Rohsichten mitLangen(Rohwerte& felder);
+    int inlineGrenze() const;
     void autowertMerken(const engine::Zeile& zeile);
     [[noreturn]] void zeileZuLang() const;
 
@@ -49,6 +51,8 @@ class Zeilenschreiber {
     Seitenvergabe& vergabe_;
     const Tabelle& tabelle_;
     std::vector<std::unique_ptr<Langwertbau>> lange_;  // by column, none for other types
+    std::vector<QByteArray> puffer_;                   // by column: the bytes that inhalte_ looks at
+    Rohsichten inhalte_;
     std::vector<quint32> besitz_;
     std::optional<Datenseitenbau> bau_;  // the last page of besitz_
     quint32 anzahl_ = 0;

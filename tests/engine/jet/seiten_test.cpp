@@ -81,8 +81,7 @@ TEST(JetSeiten, PasswortFalschFehltStimmt) {
     QString fehlt;
     QString falsch;
     EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(*datei, u""_qs); }, &fehlt), kPasswortFalsch);
-    EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(*datei, u"Password"_qs); }, &falsch),
-              kPasswortFalsch);
+    EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(*datei, u"Password"_qs); }, &falsch), kPasswortFalsch);
     EXPECT_NE(fehlt, falsch);
     EXPECT_EQ(fehlerVon([&] { jet::oeffnenPruefen(*datei, u"password"_qs); }), 0);
 }
@@ -238,6 +237,16 @@ TEST(JetSeiten, AbgerissenesGeraetIstEinDateifehler) {
     Seitendatei datei(std::move(puffer));
     geraet->buffer().truncate(8 * 4096);
     EXPECT_EQ(fehlerVon([&] { datei.seite(12); }), kDateifehler);
+}
+
+TEST(JetText, LaengeIstDieZahlDerGelesenenZeichen) {
+    for (const char* hex : {"", "41", "4142", "414200", "FF", "FFFE", "FFFE41", "FFFE4142", "FFFE41003130",
+                            "FFFE4100313042", "FFFE410031300042", "FFFE4100", "FFFE00FFFE", "4100E400DF00"})
+        for (const jet::Format* format : {&jet::kJet3, &jet::kJet4}) {
+            SCOPED_TRACE(hex);
+            const QByteArray bytes = QByteArray::fromHex(hex);
+            EXPECT_EQ(jet::textLaenge(*format, bytes), jet::textLesen(*format, bytes).size());
+        }
 }
 
 TEST(JetText, Komprimiert) {
