@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <set>
+#include <span>
 #include <vector>
 
 #include "engine/dao/recordset.h"
@@ -93,10 +94,11 @@ struct Recordset::Zustand {
     std::vector<Wert> puffer;    // the row under AddNew or Edit
     std::vector<char> beruehrt;  // which places of it were written
 
-    std::vector<Wert> zeile;  // the current record as last read
+    std::span<Wert> zeile;  // the current record as last read: `einzelne`, or a part of `voraus`
     qint64 zeileId = 0;
     quint64 zeileStand = 0;
-    std::vector<Wert> voraus;  // records behind it that were read with it, and the id of the first one
+    std::vector<Wert> einzelne;
+    std::vector<Wert> voraus;  // records that were read together, and the id of the first one
     qint64 vorausId = 0;
     quint64 vorausStand = 0;
 
@@ -120,7 +122,7 @@ struct Recordset::Zustand {
                     std::vector<Wert>& werte) const;
     std::vector<Wert> einzelnAbholen(qint64 ziel, const std::vector<int>& gefragte) const;
     std::vector<Wert> reiheAbholen(qint64 ziel, const std::vector<int>& gefragte) const;
-    const std::vector<Wert>& aktuelleZeile();
+    std::span<const Wert> aktuelleZeile();
     bool ausVorausgelesenen(qint64 id, quint64 jetzt);
     void vorauslesen(qint64 id, quint64 jetzt);
     void zaehlerSetzen();
@@ -129,6 +131,7 @@ struct Recordset::Zustand {
     void leertextePruefen() const;
     void neueZeileSpeichern();
     void aenderungSpeichern();
+    void aenderungMerken(quint64 vorher);
 };
 
 // True when two names are the same to the engine, which does not look at case.

@@ -73,15 +73,17 @@ qint64 Recordset::Zustand::aktuelleId() const {
     return stand.schluessel[size_t(stand.stelle)];
 }
 
-const std::vector<Wert>& Recordset::Zustand::aktuelleZeile() {
+std::span<const Wert> Recordset::Zustand::aktuelleZeile() {
     const qint64 id = aktuelleId();
     const quint64 jetzt = kern->speicher.stand(auswahl.tabelle);
     if (id == zeileId && jetzt == zeileStand) return zeile;
     const bool derNaechste = id == zeileId + 1 && jetzt == zeileStand;
     zeileId = 0;
     if (derNaechste) vorauslesen(id, jetzt);
-    if (!ausVorausgelesenen(id, jetzt) && !kern->speicher.zeileLesen(auswahl.tabelle, spalten, id, zeile))
-        datensatzGeloescht();
+    if (!ausVorausgelesenen(id, jetzt)) {
+        if (!kern->speicher.zeileLesen(auswahl.tabelle, spalten, id, einzelne)) datensatzGeloescht();
+        zeile = einzelne;
+    }
     zeileId = id;
     zeileStand = jetzt;
     return zeile;
@@ -91,8 +93,7 @@ bool Recordset::Zustand::ausVorausgelesenen(qint64 id, quint64 jetzt) {
     const size_t breite = spalten.size();
     const qint64 stelle = id - vorausId;
     if (jetzt != vorausStand || stelle < 0 || size_t(stelle) * breite >= voraus.size()) return false;
-    const auto anfang = voraus.begin() + std::ptrdiff_t(size_t(stelle) * breite);
-    zeile.assign(anfang, anfang + std::ptrdiff_t(breite));
+    zeile = std::span(voraus).subspan(size_t(stelle) * breite, breite);
     return true;
 }
 
@@ -157,7 +158,22 @@ void Recordset::Zustand::aenderungSpeichern() {
         geaenderte.push_back(spalten[i]);
         werte.push_back(puffer[i]);
     }
+    if (geaenderte.empty()) {
+        aktuelleZeile();  // raises when the record is no longer there
+        return;
+    }
+    const quint64 vorher = kern->speicher.stand(auswahl.tabelle);
     if (!kern->speicher.zeileAendern(auswahl.tabelle, aktuelleId(), geaenderte, werte)) datensatzGeloescht();
+    aenderungMerken(vorher);
+}
+
+// What was read stays good for who changes record by record: nothing differs but the current one.
+void Recordset::Zustand::aenderungMerken(quint64 vorher) {
+    const quint64 jetzt = kern->speicher.stand(auswahl.tabelle);
+    if (zeileId != aktuelleId() || zeileStand != vorher) return;
+    std::move(puffer.begin(), puffer.end(), zeile.begin());
+    zeileStand = jetzt;
+    if (vorausStand == vorher) vorausStand = jetzt;
 }
 
 const QString& RecordsetField::Name() const {
@@ -274,7 +290,8 @@ void Recordset::AddNew() {
 void Recordset::Edit() {
     Zustand& z = offen();
     z.entwurfFallenlassen();
-    z.puffer = z.aktuelleZeile();
+    const std::span<const Wert> zeile = z.aktuelleZeile();
+    z.puffer.assign(zeile.begin(), zeile.end());
     z.beruehrt.assign(z.puffer.size(), 0);
     z.entwurf = Zustand::Entwurf::Aenderung;
 }

@@ -1,6 +1,7 @@
 // Brings the file up to date: what differs from it, as one list of changes.
 #include <QFileInfo>
 #include <algorithm>
+#include <iterator>
 
 #include "base/fehler.h"
 #include "engine/dao/innen.h"
@@ -46,7 +47,8 @@ class Speicherzeilen : public engine::Zeilenquelle {
     bool naechste(engine::Zeile& zeile) override {
         if (stelle_ >= werte_.size() && !nachfuellen()) return false;
         const auto anfang = werte_.begin() + std::ptrdiff_t(stelle_);
-        zeile.assign(anfang, anfang + std::ptrdiff_t(spalten_.size()));
+        zeile.assign(std::make_move_iterator(anfang),
+                     std::make_move_iterator(anfang + std::ptrdiff_t(spalten_.size())));
         stelle_ += spalten_.size();
         return true;
     }

@@ -45,9 +45,10 @@ QString gezeigt(const Wert& wert) {
 
 Wert alsTextwert(const engine::FeldDef& feld, const Wert& wert) {
     if (wert.art() == Wert::Art::Bytes) unverwandelbar(feld, wert);
-    const QString text = wert.alsText();
-    if (feld.typ == dbText && feld.groesse > 0 && text.size() > feld.groesse) zuLang(feld, wert, text.size());
-    return wert.istText() ? wert : Wert(text);
+    Wert text = wert.istText() ? wert : Wert(wert.alsText());
+    const qsizetype laenge = text.text().size();
+    if (feld.typ == dbText && feld.groesse > 0 && laenge > feld.groesse) zuLang(feld, wert, laenge);
+    return text;
 }
 
 Dezimalzahl alsDezimalzahl(const engine::FeldDef& feld, const Wert& wert) {

@@ -434,6 +434,45 @@ TEST_F(Vorausgelesen, DieEigeneAenderungIstDa) {
     EXPECT_EQ(zahl(*r), 4);
 }
 
+TEST_F(Vorausgelesen, WerSatzFuerSatzAendertSiehtEigenesUndFremdes) {
+    auto r = satz(u"Zahlen");
+    auto anderer = satz(u"Zahlen");
+    anderer->Move(4);
+    for (int i = 1; i <= 6; ++i, r->MoveNext()) {
+        EXPECT_EQ(zahl(*r), i == 5 ? 55 : i);
+        r->Edit();
+        r->Fields(0).setValue(Wert(i * 10));
+        r->Update();
+        EXPECT_EQ(zahl(*r), i * 10);
+        if (i != 3) continue;
+        anderer->Edit();
+        anderer->Fields(0).setValue(Wert(55));
+        anderer->Update();
+    }
+    for (int i = 6; i >= 1; --i) {
+        r->Move(-1);
+        EXPECT_EQ(zahl(*r), i * 10);
+    }
+    EXPECT_EQ(spalte(QStringLiteral("Zahlen"), u"Z"), u"10 20 30 40 50 60");
+}
+
+TEST_F(Vorausgelesen, EineEigeneAenderungDieVerworfenWirdIstNichtDa) {
+    bereich->BeginTrans();
+    auto r = aufDemDritten();
+    r->Edit();
+    r->Fields(0).setValue(Wert(33));
+    r->Update();
+    bereich->Rollback();
+    EXPECT_EQ(zahl(*r), 3);
+}
+
+TEST_F(Vorausgelesen, AuchEinUpdateDasNichtsAendertMerktDassDerSatzFehlt) {
+    auto r = aufDemDritten();
+    r->Edit();
+    db->Execute(QStringLiteral("DELETE * FROM [Zahlen] WHERE [Z] = 3"));
+    EXPECT_EQ(fehlerVon([&] { r->Update(); }), 3167);
+}
+
 TEST_F(Vorausgelesen, EinGeloeschterSatzIst3167) {
     for (int geloescht : {4, 5, 6}) {
         SCOPED_TRACE(geloescht);
