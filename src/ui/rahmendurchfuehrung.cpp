@@ -17,8 +17,10 @@ RahmenDurchfuehrung::RahmenDurchfuehrung()
     pgbTeilFortschritt->setRange(0, 100);
     pgbTeilFortschritt->setTextVisible(false);
     pgbTeilFortschritt->setAccessibleName(QStringLiteral("Fortschritt"));
-    lblTeilFortschritt->setMinimumWidth(
-        lblTeilFortschritt->fontMetrics().horizontalAdvance(QStringLiteral("100 %") + u' '));
+    // Of one size whatever it says, so that the window is not laid out anew for every percent.
+    const QFontMetrics schrift = lblTeilFortschritt->fontMetrics();
+    lblTeilFortschritt->setFixedSize(schrift.horizontalAdvance(QStringLiteral("100 %") + u' '),
+                                     schrift.height());
 
     auto* gitter = new QGridLayout(this);
     gitter->setVerticalSpacing(fontMetrics().height());

@@ -54,6 +54,33 @@ TEST_F(Assistent, DieRahmenTragenIhreTitel) {
     EXPECT_EQ(haupt().windowTitle(), u" Lindgarn");
 }
 
+// Counts how often a widget is asked to lay out what is in it.
+class Anordnungen : public QObject {
+  public:
+    explicit Anordnungen(QWidget& widget) { widget.installEventFilter(this); }
+    bool eventFilter(QObject*, QEvent* ereignis) override {
+        if (ereignis->type() == QEvent::LayoutRequest) ++anzahl;
+        return false;
+    }
+    int anzahl = 0;
+};
+
+TEST_F(Assistent, EinNeuerProzentwertOrdnetDenRahmenNichtNeuAn) {
+    RahmenDurchfuehrung& rahmen = *haupt().rahmenDurchfuehrung;
+    RahmenOeffnen(6, true);
+    QCoreApplication::processEvents();
+    const Anordnungen anordnungen(rahmen);
+    rahmen.lblTeilFortschritt->setText(QStringLiteral("57 %"));
+    QCoreApplication::processEvents();
+    EXPECT_EQ(anordnungen.anzahl, 0);
+    rahmen.lblDauer->setText(QStringLiteral("anders"));
+    QCoreApplication::processEvents();
+    EXPECT_GT(anordnungen.anzahl, 0);
+    EXPECT_GE(rahmen.lblTeilFortschritt->width(),
+              rahmen.lblTeilFortschritt->fontMetrics().horizontalAdvance(QStringLiteral("100 %")));
+    RahmenOeffnen(1, true);  // a run under way would ask before the window closes
+}
+
 TEST_F(Assistent, DieRahmenTragenIhreTexte) {
     const std::pair<int, const char*> texte[] = {
         {1, "Beachten sie bitte folgende Hinweise, welche generell für alle Datenbankanwendungen gelten:"},
