@@ -21,7 +21,10 @@ constexpr size_t kMaxAnweisungen = 256;
 constexpr char kOhneNamen[] = "";
 
 constexpr const char* kEinrichtung[] = {
-    "PRAGMA encoding = 'UTF-16le'",  // texts stay as they are, unpaired surrogates included
+    // Texts stay as they are, unpaired surrogates included.
+    "PRAGMA encoding = 'UTF-16le'",
+    // Each commit walks over all pages in memory: the fewer the better.
+    "PRAGMA page_size = 16384",
     "PRAGMA synchronous = OFF",
     "PRAGMA cache_size = -65536",
     "PRAGMA temp_store = FILE",

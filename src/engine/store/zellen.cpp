@@ -73,7 +73,7 @@ QByteArray markiert(const Wert& wert) {
 
 QString textAusBytes(QByteArrayView bytes) {
     QString text(bytes.size() / 2, Qt::Uninitialized);
-    std::memcpy(text.data(), bytes.data(), size_t(text.size()) * 2);
+    if (!text.isEmpty()) std::memcpy(text.data(), bytes.data(), size_t(text.size()) * 2);
     return text;
 }
 
@@ -292,7 +292,8 @@ Wert zelleLesen(sqlite3_stmt* anweisung, int spalte, Spaltenart art) {
             return art == Spaltenart::DatumZeit ? Wert(DatumZeit{zahl}) : Wert(zahl);
         }
         case SQLITE_TEXT:
-            return Wert(textVon(anweisung, spalte).toString());
+            // As a blob, since the store would put every text anew to end it with a zero.
+            return Wert(textAusBytes(bytesVon(anweisung, spalte)));
         case SQLITE_BLOB:
             return ausMarkiertem(bytesVon(anweisung, spalte));
         default:
