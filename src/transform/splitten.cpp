@@ -28,8 +28,9 @@ int groesseDerNeuen(const QString& quelle, const Splittoptionen& optionen) {
 std::vector<NeuesFeld> neueFelder(const QString& quelle, const Splittoptionen& optionen) {
     std::vector<NeuesFeld> felder;
     const int groesse = groesseDerNeuen(quelle, optionen);
-    for (int i = 0; i < NeueFelder(Splittart(optionen.typ)); ++i)
-        felder.push_back({optionen.namen[i], int(dao::dbText), groesse});
+    const int anzahl = NeueFelder(Splittart(optionen.typ));
+    felder.reserve(size_t(anzahl));
+    for (int i = 0; i < anzahl; ++i) felder.push_back({optionen.namen[i], int(dao::dbText), groesse});
     return felder;
 }
 

@@ -96,7 +96,7 @@ std::vector<engine::Aenderung> Database::aenderungen() const {
             tabellen.begin(), tabellen.end(),
             [&](const std::shared_ptr<TableDef>& t) { return t->inDatei_ && t->inDatei_->name == name; });
         if (fund == tabellen.end() || wirdUmgeschrieben(fund->get())) {
-            liste.push_back(engine::TabelleLoeschen{name});
+            liste.emplace_back(engine::TabelleLoeschen{name});
             continue;
         }
         bleibende.push_back(name);
@@ -104,7 +104,7 @@ std::vector<engine::Aenderung> Database::aenderungen() const {
     }
     const auto erlaubt = [&](const QString& name) { return z_->datei->nameErlaubt(name); };
     for (auto& schritt : umbenennungenOrdnen(std::move(umbenennungen), std::move(bleibende), erlaubt))
-        liste.push_back(std::move(schritt));
+        liste.emplace_back(std::move(schritt));
     for (const auto& tabelle : z_->tabellen.tabellen_) {
         if (tabelle->inDatei_ && !wirdUmgeschrieben(tabelle.get())) continue;
         const auto zeilen = [kern = z_->kern, nummer = tabelle->kern_->nummer, spalten = tabelle->spalten_] {
@@ -114,7 +114,7 @@ std::vector<engine::Aenderung> Database::aenderungen() const {
         def.zeilen = z_->kern->speicher.tabelleVorhanden(tabelle->kern_->nummer)
                          ? z_->kern->speicher.zeilenzahl(tabelle->kern_->nummer)
                          : 0;
-        liste.push_back(engine::TabelleAnlegen{std::move(def), zeilen});
+        liste.emplace_back(engine::TabelleAnlegen{std::move(def), zeilen});
     }
     return liste;
 }
