@@ -189,13 +189,13 @@ void FrmHaupt::tastenAnlegen() {
 }
 
 // The same margin to the left, to the right and at the bottom, and a strip for the buttons between frame and
-// margin.
+// margin. Where the text is large the buttons fill that strip; they keep apart all the same.
 void FrmHaupt::groesseFestlegen(QWidget* inhalt) {
     auto* spalte = static_cast<QVBoxLayout*>(inhalt->layout());
     const int rand = fontMetrics().height();
     spalte->setContentsMargins(rand, rand / 2, rand, rand);
     const int streifen = PixelAusTwips(kKnopfstreifenTwips, this);
-    spalte->setSpacing(std::max(0, streifen - btnWeiter->sizeHint().height()));
+    spalte->setSpacing(std::max(rand / 2, streifen - btnWeiter->sizeHint().height()));
     constexpr int kZeichen = 100, kZeilen = 30;
     resize(sizeHint().expandedTo({kZeichen * fontMetrics().averageCharWidth(), kZeilen * rand}));
 }

@@ -61,6 +61,8 @@ RahmenTabelle::RahmenTabelle()
     seite->addWidget(lblGeändert);
     seite->addStretch();
     seite->addWidget(cmdTabelleLöschen);
+    // Inside a grid whose spacings differ, a box has none of its own.
+    seite->addSpacing(fontMetrics().height() / 2);
     seite->addWidget(cmdTabelleUmbenennen);
 
     auto* gitter = new QGridLayout(this);

@@ -81,6 +81,15 @@ void fokusrahmenMalen(const QStyleOption& stil, QPainter* maler) {
     maler->restore();
 }
 
+// The handle stands as far from the middle as the ticks are; the style leaves less room than that for its
+// edge.
+QSize mitPlatzFuerGriff(const QSize& groesse, const QStyleOptionSlider& regler, const Stil& stil,
+                        const QWidget* widget) {
+    const int dicke = stil.pixelMetric(QStyle::PM_SliderThickness, &regler, widget) +
+                      2 * stil.pixelMetric(QStyle::PM_SliderTickmarkOffset, &regler, widget);
+    return groesse.expandedTo(regler.orientation == Qt::Horizontal ? QSize(0, dicke) : QSize(dicke, 0));
+}
+
 }  // namespace
 
 void Stil::drawComplexControl(ComplexControl art, const QStyleOptionComplex* stil, QPainter* maler,
@@ -135,10 +144,13 @@ QSize Stil::sizeFromContents(ContentsType art, const QStyleOption* stil, const Q
             return groesse + QSize(zeile, zeile / 4);
         case CT_LineEdit:
         case CT_ComboBox:
-            return groesse + QSize(0, zeile / 4);
         case CT_MenuItem:
         case CT_ItemViewItem:
             return groesse + QSize(0, zeile / 4);
+        case CT_Slider:
+            if (const auto* regler = qstyleoption_cast<const QStyleOptionSlider*>(stil))
+                return mitPlatzFuerGriff(groesse, *regler, *this, widget);
+            return groesse;
         default:
             return groesse;
     }

@@ -1,5 +1,5 @@
-// What every window has to keep: nothing is cut off or covered, everything has a name, a key leads to one
-// thing alone, and the tab key goes in the order in which one reads.
+// What every window has to keep: nothing is cut off or covered, buttons stand apart, everything has a name, a
+// key leads to one thing alone, and the tab key goes in the order in which one reads.
 #pragma once
 
 #include <gtest/gtest.h>
