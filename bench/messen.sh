@@ -12,7 +12,8 @@ schwellen=${2:-0.73 0.62 0.5}
 ziel=$hier/ergebnisse
 
 "$hier/../skripte/installieren.sh" messen
-[ -f "$bauort/build.ninja" ] || cmake -G Ninja -S "$hier/.." -B "$bauort" -DCMAKE_BUILD_TYPE=Release >/dev/null
+[ -f "$bauort/build.ninja" ] || cmake -G Ninja -S "$hier/.." -B "$bauort" -DCMAKE_BUILD_TYPE=Release \
+    -DLINDGARN_TESTS=OFF >/dev/null
 ninja -C "$bauort" bench_strasse bench_dateien bench_vergleich >/dev/null
 nur() { [ -z "${NUR:-}" ] || [ "$NUR" = "$1" ]; }
 
