@@ -140,9 +140,9 @@ float relevanzEinesPaars(const FeldZuordnungen& zuordnungen, bool differenzieren
     return 0;
 }
 
-// A million pairs; ten million with LINDGARN_LANGE_TESTS.
+// A million pairs; ten million with LINDGARN_LANG.
 qint64 genugPaare() {
-    if (qEnvironmentVariableIsSet("LINDGARN_LANGE_TESTS")) return 10000000;
+    if (qEnvironmentVariableIsSet("LINDGARN_LANG")) return 10000000;
     return kInstrumentiert ? 300000 : 1000000;
 }
 
