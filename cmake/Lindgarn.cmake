@@ -26,8 +26,8 @@ if(LINDGARN_FUZZ)
     target_compile_options(lindgarn_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# The headers that nearly every file reads, compiled once. Only the presets of the tests have them: the other
-# builds show that each file includes what it uses.
+# The headers that nearly every file reads, compiled once. The builds of the tests and run.sh have them; the release
+# and the package show that each file includes what it uses.
 if(LINDGARN_VORAB)
     set(vorab_quelle ${CMAKE_BINARY_DIR}/vorab.cpp)
     file(CONFIGURE OUTPUT ${vorab_quelle} CONTENT "")
