@@ -34,8 +34,17 @@ def messen(name, mass, datei):
         if time.process_time() - anfang > SEKUNDEN:
             break
     sekunden = time.process_time() - anfang
-    print(json.dumps({"name": f"python3-levenshtein, {name}", "paare": paare, "treffer": treffer,
-                      "sekunden": sekunden, "millionenJeSekunde": paare / sekunden / 1e6}))
+    print(
+        json.dumps(
+            {
+                "name": f"python3-levenshtein, {name}",
+                "paare": paare,
+                "treffer": treffer,
+                "sekunden": sekunden,
+                "millionenJeSekunde": paare / sekunden / 1e6,
+            }
+        )
+    )
 
 
 messen("jaro_winkler", Levenshtein.jaro_winkler, sys.argv[1])

@@ -12,10 +12,12 @@ struct NeuesFeld {
     std::optional<int> groesse;
 };
 
-// An empty copy of `quelle` under the name `ziel`; asks before it overwrites. `gAbbruch` tells that the user said
-// no, `gFehler` that a step failed; neither is cleared here. The new fields go directly behind `feldname`.
+// An empty copy of `quelle` under the name `ziel`; asks before it overwrites. `gAbbruch` tells that the user
+// said no, `gFehler` that a step failed; neither is cleared here. The new fields go directly behind
+// `feldname`.
 void TabelleKopieren(const QString& quelle, const QString& ziel, bool mitRelationen,
-                     const std::optional<QString>& feldname = {}, const std::vector<NeuesFeld>& neueFelder = {});
+                     const std::optional<QString>& feldname = {},
+                     const std::vector<NeuesFeld>& neueFelder = {});
 
 // Repeats the relations of `quelle` on `ziel`; only for the format text "Access".
 void RelationenKopieren(const QString& quelle, const QString& ziel);

@@ -11,7 +11,8 @@ inline constexpr int kRegZahl = 4;
 
 void RegSchluesselAnlegen(Schluesselwurzel wurzel, const QString& schluessel);
 // A missing key, or another type than 1 and 4, writes nothing.
-void RegWertSchreiben(Schluesselwurzel wurzel, const QString& schluessel, const QString& name, int typ, const Wert& wert);
+void RegWertSchreiben(Schluesselwurzel wurzel, const QString& schluessel, const QString& name, int typ,
+                      const Wert& wert);
 // Empty for a missing key or value, or another type.
 Wert RegWertLesen(Schluesselwurzel wurzel, const QString& schluessel, const QString& name);
 

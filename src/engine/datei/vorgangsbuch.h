@@ -20,8 +20,8 @@ struct Buchung {
 // While a book lies in a folder its change counts as not done. All names belong to one folder.
 class Vorgangsbuch {
   public:
-    // Writes the book and brings it to the disk. Raises as `systemfehler`; kDateifehler also when a book of an
-    // earlier change lies there, which is never written over.
+    // Writes the book and brings it to the disk. Raises as `systemfehler`; kDateifehler also when a book of
+    // an earlier change lies there, which is never written over.
     Vorgangsbuch(const QString& ordner, const std::vector<Buchung>& buchungen);
     Vorgangsbuch(const Vorgangsbuch&) = delete;
     Vorgangsbuch& operator=(const Vorgangsbuch&) = delete;

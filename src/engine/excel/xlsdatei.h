@@ -32,7 +32,8 @@ class XlsDatei : public engine::Datenbankdatei {
     QString pfad_;
     engine::Dateistand stand_;
     std::shared_ptr<const Arbeitsmappe> mappe_;  // shared with the rows that are being read
-    std::shared_ptr<engine::Hinweise> gelesen_;  // what the rows read so far had to tell; told with the next change
+    // What the rows read so far had to tell; told with the next change.
+    std::shared_ptr<engine::Hinweise> gelesen_;
 };
 
 // The opener of .xls files; they have no password that would open them.

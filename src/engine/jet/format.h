@@ -10,7 +10,7 @@ namespace jet {
 struct Format {
     bool jet4;
     bool ace = false;  // Jet 4 with what Access 2007 changed
-    int seite;  // page size
+    int seite;         // page size
 
     // page 0
     int maskeLaenge;  // masked bytes from 0x18 on

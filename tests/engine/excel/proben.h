@@ -18,7 +18,6 @@
 
 namespace proben {
 
-
 inline QString ordner() {
     return QStringLiteral(LINDGARN_FREMDDATEN) + "/xls/beispiele/";
 }

@@ -153,8 +153,7 @@ TEST_F(ExcelSchreiber, WasNichtPasstWirdMitRatAbgelehnt) {
     };
     for (const Fall& fall : faelle) {
         QString text;
-        EXPECT_EQ(fehlerVon([&] { nach(fall.strom, fall.a); }, &text), fall.nummer)
-            << text.toStdString();
+        EXPECT_EQ(fehlerVon([&] { nach(fall.strom, fall.a); }, &text), fall.nummer) << text.toStdString();
         EXPECT_TRUE(text.contains(fall.rat)) << text.toStdString();
     }
 }
@@ -243,8 +242,7 @@ TEST_F(ExcelSchreiber, EineNeueTabelleBelebtDenNamenDerGeloeschtenWieder) {
 
 TEST_F(ExcelSchreiber, DasLetzteSichtbareBlattBleibt) {
     QString text;
-    EXPECT_EQ(fehlerVon([&] { ohne(stromVon("TwoSheetsOneHidden.xls"), "Sheet2$"); }, &text),
-              kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { ohne(stromVon("TwoSheetsOneHidden.xls"), "Sheet2$"); }, &text), kSystemgrenze);
     EXPECT_TRUE(text.contains("sichtbare")) << text.toStdString();
     const QByteArray strom = stromVon("sheetjs-sheet_visibility.xls");
     EXPECT_EQ(fehlerVon([&] { ohne(strom, "Visible$"); }), kSystemgrenze);

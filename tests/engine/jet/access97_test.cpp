@@ -106,9 +106,8 @@ TEST_F(Access97, ZuLangerDatensatzWirdVorherGesagt) {
     for (int i = 0; i < 8; ++i) def.felder.push_back(feld(u"F%1"_qs.arg(i), dao::dbText, 255));
     const QByteArray vorher = inhalt(pfad_);
     jet::MdbDatei datei(pfad_, QString());
-    EXPECT_EQ(
-        fehlerVon([&] { datei.anwenden({anlegen(def, {Zeile(8, Wert(QString(255, u'x')))})}); }),
-        kSystemgrenze);
+    EXPECT_EQ(fehlerVon([&] { datei.anwenden({anlegen(def, {Zeile(8, Wert(QString(255, u'x')))})}); }),
+              kSystemgrenze);
     EXPECT_EQ(inhalt(pfad_), vorher);
 }
 

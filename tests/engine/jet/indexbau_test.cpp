@@ -192,8 +192,7 @@ TEST(Indexseite, SchadenWirdErkannt) {
         bytes.replace(31 * 4096 + schaden.stelle, schaden.bytes.size(), schaden.bytes);
         const jet::Seitendatei datei(bytes);
         QString text;
-        EXPECT_EQ(fehlerVon([&] { jet::indexseiteLesen(datei, 31, u"Table2"); }, &text),
-                  kBeschaedigt);
+        EXPECT_EQ(fehlerVon([&] { jet::indexseiteLesen(datei, 31, u"Table2"); }, &text), kBeschaedigt);
         EXPECT_TRUE(text.contains(u"Table2") && text.contains(u"31")) << text.toStdString();
     }
 }

@@ -69,8 +69,7 @@ TEST(JetMutation, FesterWertDerNichtPasstWirdNichtGeschrieben) {
     jet::Spalte& spalte = tabelle.spalten.emplace_back();
     spalte.flags |= jet::kSpalteFest;
     spalte.laenge = 2;
-    EXPECT_EQ(fehlerVon([&] { jet::zeileBauen(jet::kJet4, tabelle, {QByteArray(4, 'x')}); }),
-              kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::zeileBauen(jet::kJet4, tabelle, {QByteArray(4, 'x')}); }), kBeschaedigt);
     EXPECT_EQ(fehlerVon([&] { jet::zeileBauen(jet::kJet4, tabelle, {QByteArray(2, 'x')}); }), 0);
     QByteArray bytes(4, 'x');
     EXPECT_EQ(fehlerVon([&] { jet::bytesSetzen(bytes, 3, QByteArray(2, 'y')); }), kBeschaedigt);

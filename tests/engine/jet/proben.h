@@ -15,7 +15,6 @@
 
 namespace proben {
 
-
 // Path of a sample: `name` is "jet3-typen.mdb" or "daten/adressen-500.mdb".
 inline QString pfad(const QString& name) {
     const QString wurzel = QStringLiteral(LINDGARN_FREMDDATEN);

@@ -280,10 +280,10 @@ TEST(Schluessel, OhneSchluesselSindFremdeSortierungenUndOle) {
     EXPECT_TRUE(jet::schluesselMoeglich(spalte(jet::kTypLong)));
     QByteArray ziel;
     QString meldung;
-    EXPECT_EQ(fehlerVon(
-                  [&] { jet::schluesselAnhaengen(ziel, jet::kJet4, text, false, QByteArray("a\0b\0", 4)); },
+    EXPECT_EQ(
+        fehlerVon([&] { jet::schluesselAnhaengen(ziel, jet::kJet4, text, false, QByteArray("a\0b\0", 4)); },
                   &meldung),
-              kSystemgrenze);
+        kSystemgrenze);
     EXPECT_TRUE(meldung.contains(u"'Feld'")) << meldung.toStdString();
 }
 

@@ -126,8 +126,7 @@ TEST(JetZeilen, RingAusZeigernEndetMitFehlerDerDieTabelleNennt) {
     bytes[slots0 + 1] = char(quint8(bytes[slots0 + 1]) | 0x40);
     jet::u32Setzen(bytes, 60 * 4096 + 0xFED, 60 << 8 | 0);
     QString text;
-    EXPECT_EQ(fehlerVon([&] { zeilenVon(jet::Seitendatei(bytes), u"Table2"_qs); }, &text),
-              kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { zeilenVon(jet::Seitendatei(bytes), u"Table2"_qs); }, &text), kBeschaedigt);
     EXPECT_TRUE(text.contains(u"Table2")) << text.toStdString();
 }
 
@@ -215,9 +214,8 @@ TEST(JetZeilen, KaputteZeilenNennenDieTabelle) {
         QByteArray zeile = gut;
         zeile[f.ab] = f.byte;
         QString text;
-        EXPECT_EQ(
-            fehlerVon([&] { jet::Zeilenteile(jet::kJet4, t, zeile, 1).roh(t.spalten[0]); }, &text),
-            kBeschaedigt);
+        EXPECT_EQ(fehlerVon([&] { jet::Zeilenteile(jet::kJet4, t, zeile, 1).roh(t.spalten[0]); }, &text),
+                  kBeschaedigt);
         EXPECT_TRUE(text.contains(u"Probe")) << text.toStdString();
     }
     EXPECT_EQ(fehlerVon([&] { jet::Zeilenteile(jet::kJet4, t, QByteArray(), 1); }), kBeschaedigt);
@@ -263,7 +261,8 @@ TEST(JetWerte, ZuWenigeBytesSindBeschaedigt) {
                                                      {jet::kTypDatum, "00000000"}, {jet::kTypGuid, "0011"},
                                                      {jet::kTypDezimal, "00"},     {jet::kTypSingle, "00"}};
     for (const auto& [typ, hex] : faelle)
-        EXPECT_EQ(fehlerVon([&, typ = typ, hex = hex] { wert(spalte(typ, 0), hex); }), kBeschaedigt) << int(typ);
+        EXPECT_EQ(fehlerVon([&, typ = typ, hex = hex] { wert(spalte(typ, 0), hex); }), kBeschaedigt)
+            << int(typ);
 }
 
 TEST(JetWerte, TypenVonJet3InDerDatei) {
@@ -290,8 +289,7 @@ TEST(JetLangwert, InlineMitLaenge) {
     EXPECT_EQ(w.form, jet::Langform::Inline);
     EXPECT_EQ(w.bytes, QByteArray("abc"));
     EXPECT_TRUE(jet::langwertLesen(*datei(), QByteArray(), u"Probe").bytes.isEmpty());
-    EXPECT_EQ(fehlerVon([&] { jet::langwertLesen(*datei(), feld.left(11), u"Probe"); }),
-              kBeschaedigt);
+    EXPECT_EQ(fehlerVon([&] { jet::langwertLesen(*datei(), feld.left(11), u"Probe"); }), kBeschaedigt);
 }
 
 TEST(JetLangwert, KetteAusDerDatei) {
