@@ -75,13 +75,20 @@ QString alsZeilen(QString text) {
     return text.replace(u'\r', u'\n');
 }
 
-// The lines of a text stay as they are told, as far as the screen is wide enough.
+// The toolkit makes no box wider; a label that insists on more is cut off.
+int groessteBreite(const QMessageBox& kasten) {
+    constexpr int kKleinerSchirm = 1024, kDaneben = 480, kGroesste = 1000;
+    const int schirm = kasten.screen()->availableSize().width();
+    return schirm <= kKleinerSchirm ? schirm : std::min(schirm - kDaneben, kGroesste);
+}
+
+// The lines of a text stay as they are told, as far as the box may be wide enough.
 void zeilenErhalten(QMessageBox& kasten) {
     auto* label = kasten.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     if (!label) return;
     constexpr double kAnteil = 0.8;
     const int text = label->fontMetrics().size(0, kasten.text()).width();
-    label->setMinimumWidth(std::min(text, int(kAnteil * kasten.screen()->availableSize().width())));
+    label->setMinimumWidth(std::min(text, int(kAnteil * groessteBreite(kasten))));
 }
 
 // The dialog takes its patterns from the last brackets, with blanks between, and hides those.

@@ -26,11 +26,15 @@ QString wer(const QWidget* teil) {
     return QString::fromLatin1(teil->metaObject()->className());
 }
 
+// The toolkit's name for the text of a box.
+constexpr QStringView kKastentext = u"qt_msgbox_label";
+
 // The program's own parts; what a control consists of is the toolkit's matter.
 QList<QWidget*> teile(QWidget* fenster) {
     QList<QWidget*> eigene;
     for (QWidget* teil : fenster->findChildren<QWidget*>()) {
-        bool innen = !teil->isVisible() || teil->isWindow() || teil->objectName().startsWith(u"qt_");
+        const bool fremd = teil->objectName().startsWith(u"qt_") && teil->objectName() != kKastentext;
+        bool innen = !teil->isVisible() || teil->isWindow() || fremd;
         for (const QWidget* w = teil->parentWidget(); w && w != fenster; w = w->parentWidget())
             innen = innen || qobject_cast<const QAbstractScrollArea*>(w) ||
                     qobject_cast<const QComboBox*>(w) || qobject_cast<const QLineEdit*>(w);
