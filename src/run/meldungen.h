@@ -22,5 +22,19 @@ void FehlerVergessen();
 int FehlerNummerGemerkt();
 QString FehlerBeschreibung();
 
+// Runs a user's action; a failure that nothing else has caught is told in a box.
+template <typename Aktion>
+void Gesichert(Aktion&& aktion) {
+    try {
+        aktion();
+        return;
+    } catch (...) {
+        FehlerMerken();
+    }
+    const QString beschreibung = FehlerBeschreibung();
+    FehlerVergessen();
+    AchtungZeigen(beschreibung);
+}
+
 // A plain box with Yes and No and an empty title; True on Yes.
 bool FrageStellen(const QString& text, Symbol symbol, Knopf vorwahl);

@@ -228,21 +228,6 @@ void zurueckVonHier() {
     }
 }
 
-// A click's way. What a check could not catch (a table that turns out damaged, say) is told, and the frame
-// stays.
-template <typename Gang>
-void gehen(Gang gang) {
-    try {
-        gang();
-        return;
-    } catch (...) {
-        FehlerMerken();
-    }
-    const QString beschreibung = FehlerBeschreibung();
-    FehlerVergessen();
-    AchtungZeigen(beschreibung);
-}
-
 }  // namespace
 
 const QList<int>& RahmenNummern() {
@@ -276,18 +261,19 @@ bool RahmenSchliessen(int rahmen, bool pruefen) {
     return true;
 }
 
+// What a check could not catch (a table that turns out damaged, say) is told, and the frame stays.
 void WeiterGehen() {
-    gehen(weiter);
+    Gesichert(weiter);
 }
 
 void ZurueckGehen() {
-    gehen(zurueckVonHier);
+    Gesichert(zurueckVonHier);
 }
 
 void VorgangWaehlen(int index) {
     constexpr std::array<quint8, 6> kVorgangZuKnopf{4, 3, 2, 1, 5, 6};
     gVorgang = kVorgangZuKnopf.at(size_t(index));
-    gehen([] {
+    Gesichert([] {
         switch (gVorgang) {
             case 1:
             case 2:

@@ -1,5 +1,4 @@
-// Small things that every window is built from: named controls, wrapped texts, lengths in twips, guarded
-// clicks.
+// Small things that every window is built from: named controls, wrapped texts, lengths in twips.
 #pragma once
 
 #include <QColor>
@@ -7,8 +6,6 @@
 #include <QLabel>
 #include <QString>
 #include <QWidget>
-
-#include "run/meldungen.h"
 
 // A new control with its object name; the layout that takes it in owns it.
 template <typename Steuerelement, typename... Argumente>
@@ -43,17 +40,3 @@ QString OhneKuerzel(QString text);
 bool IstDunkel(const QPalette& farben);
 // Between two colours: `anteil` 0 is the first, 1 the second one.
 QColor Gemischt(const QColor& a, const QColor& b, qreal anteil);
-
-// Runs a user's action; a failure that nothing else has caught is told in a box.
-template <typename Aktion>
-void Gesichert(Aktion&& aktion) {
-    try {
-        aktion();
-        return;
-    } catch (...) {
-        FehlerMerken();
-    }
-    const QString beschreibung = FehlerBeschreibung();
-    FehlerVergessen();
-    AchtungZeigen(beschreibung);
-}

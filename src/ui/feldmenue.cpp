@@ -2,6 +2,7 @@
 #include "ui/feldmenue.h"
 
 #include "fields/feldarten.h"
+#include "run/meldungen.h"
 #include "ui/bausteine.h"
 
 namespace {

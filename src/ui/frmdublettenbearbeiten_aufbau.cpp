@@ -1,4 +1,5 @@
 // The controls of the duplicate review: how they are made, arranged and connected.
+#include "run/meldungen.h"
 #include "ui/bausteine.h"
 #include "ui/frmdublettenbearbeiten.h"
 

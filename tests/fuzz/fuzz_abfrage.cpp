@@ -8,6 +8,7 @@
 #include "engine/dao/bedingung.h"
 #include "engine/store/speicher.h"
 #include "engine/typen.h"
+#include "gemeinsam/versuchen.h"
 
 namespace {
 
@@ -20,15 +21,6 @@ std::vector<engine::FeldDef> felder() {
         liste[i].typ = angaben[i].second;
     }
     return liste;
-}
-
-template <typename F>
-void versuchen(F&& f) {
-    try {
-        f();
-    } catch (const EngineFehler&) {
-        // Refused with a reason.
-    }
 }
 
 void ausfuehren(const dao::Bedingung& bedingung) {
@@ -48,11 +40,11 @@ void ausfuehren(const dao::Bedingung& bedingung) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* daten, size_t laenge) {
     const QString text = QString::fromUtf8(reinterpret_cast<const char*>(daten), qsizetype(laenge));
     if (dao::istAuswahlabfrage(text))
-        versuchen([&] {
+        Versuchen([&] {
             const dao::Auswahlabfrage abfrage = dao::auswahlabfrageLesen(text);
             if (abfrage.bedingung) ausfuehren(*abfrage.bedingung);
         });
-    versuchen([&] { ausfuehren(dao::loeschabfrageLesen(text).bedingung); });
-    versuchen([&] { ausfuehren(dao::bedingungLesen(text)); });
+    Versuchen([&] { ausfuehren(dao::loeschabfrageLesen(text).bedingung); });
+    Versuchen([&] { ausfuehren(dao::bedingungLesen(text)); });
     return 0;
 }

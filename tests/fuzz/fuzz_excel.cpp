@@ -5,13 +5,14 @@
 
 #include "engine/excel/behaelter.h"
 #include "engine/excel/mappenlauf.h"
+#include "gemeinsam/versuchen.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* daten, size_t groesse) {
     const QByteArray bytes(reinterpret_cast<const char*>(daten), qsizetype(groesse));
     QByteArray strom = bytes;
     // The seeds are whole files: what they hold counts, and a stream that is none is its own container.
     if (bytes.startsWith("\xD0\xCF\x11\xE0")) {
-        mappenlauf::versuchen([&] {
+        Versuchen([&] {
             const excel::Behaelter behaelter(bytes);
             behaelter.bytes();
             const excel::Behaeltereintrag* eintrag = behaelter.strom("Workbook");
@@ -19,7 +20,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* daten, size_t groesse) {
             if (eintrag) strom = eintrag->bytes;
         });
     }
-    mappenlauf::versuchen([&] { mappenlauf::allesLesen(strom); });
-    mappenlauf::versuchen([&] { mappenlauf::allesAendern(strom); });
+    Versuchen([&] { mappenlauf::allesLesen(strom); });
+    Versuchen([&] { mappenlauf::allesAendern(strom); });
     return 0;
 }

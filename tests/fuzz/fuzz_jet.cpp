@@ -7,13 +7,14 @@
 #include "engine/jet/leselauf.h"
 #include "engine/jet/mutation.h"
 #include "engine/jet/schreiblauf.h"
+#include "gemeinsam/versuchen.h"
 
 extern "C" size_t LLVMFuzzerMutate(uint8_t* daten, size_t groesse, size_t hoechstens);
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* daten, size_t groesse) {
     const QByteArray bytes(reinterpret_cast<const char*>(daten), qsizetype(groesse));
-    leselauf::versuchen([&] { leselauf::allesLesen(bytes); });
-    leselauf::versuchen([&] { schreiblauf::allesAendern(bytes); });
+    Versuchen([&] { leselauf::allesLesen(bytes); });
+    Versuchen([&] { schreiblauf::allesAendern(bytes); });
     return 0;
 }
 

@@ -2,30 +2,20 @@
 // fuzzer drive.
 #pragma once
 
-#include "base/fehler.h"
 #include "engine/excel/blatttabelle.h"
 #include "engine/excel/neuetabelle.h"
 #include "engine/excel/schreiber.h"
+#include "gemeinsam/versuchen.h"
 
 namespace mappenlauf {
 
 inline constexpr int kHoechsteZeilen = 200;  // of each table
 
-// What is damaged keeps nothing else from being read.
-template <typename F>
-void versuchen(F tun) {
-    try {
-        tun();
-    } catch (const EngineFehler&) {
-        return;
-    }
-}
-
 // Lets through nothing but EngineFehler.
 inline void allesLesen(const QByteArray& strom) {
     const auto mappe = std::make_shared<const excel::Arbeitsmappe>(strom);
     for (const excel::Tabellenort& ort : mappe->tabellen()) {
-        versuchen([&] {
+        Versuchen([&] {
             const auto zeilen = excel::tabellenzeilen(mappe, excel::tabellenplan(*mappe, ort));
             engine::Zeile zeile;
             for (int i = 0; i < kHoechsteZeilen && zeilen->naechste(zeile); ++i) continue;
@@ -58,7 +48,7 @@ inline void allesAendern(const QByteArray& strom) {
     if (!excel::tabelleFinden(mappe.tabellen(), "Anders")) qFatal("the added table is gone");
     const QByteArray ohne = geaendert(anders, [](excel::Schreiber& s) { s.loeschen("Anders"); });
     const QString alte = mappe.tabellen().front().name;
-    versuchen([&] { excel::Arbeitsmappe(geaendert(ohne, [&](excel::Schreiber& s) { s.loeschen(alte); })); });
+    Versuchen([&] { excel::Arbeitsmappe(geaendert(ohne, [&](excel::Schreiber& s) { s.loeschen(alte); })); });
     allesLesen(ohne);
 }
 

@@ -9,6 +9,7 @@
 #include "engine/excel/proben.h"
 #include "engine/excel/verzeichnis.h"
 #include "engine/excel/zahlenwerte.h"
+#include "gemeinsam/versuchen.h"
 
 namespace {
 
@@ -250,8 +251,8 @@ TEST_F(ExcelDatei, BeschaedigteStroemeEndenMitEinemFehler) {
             for (int k = 0; k < 1 + i % 8; ++k)
                 strom[qsizetype(zufall() % quint32(strom.size()))] = char(zufall());
             if (i % 10 == 0) strom.truncate(qsizetype(zufall() % quint32(strom.size())));
-            mappenlauf::versuchen([&] { mappenlauf::allesLesen(strom); });
-            mappenlauf::versuchen([&] { mappenlauf::allesAendern(strom); });
+            Versuchen([&] { mappenlauf::allesLesen(strom); });
+            Versuchen([&] { mappenlauf::allesAendern(strom); });
         }
     }
 }

@@ -3,25 +3,15 @@
 
 #include <QByteArray>
 
-#include "base/fehler.h"
 #include "engine/jet/indexseite.h"
 #include "engine/jet/katalog_lesen.h"
 #include "engine/jet/pruefer.h"
 #include "engine/jet/zeile.h"
+#include "gemeinsam/versuchen.h"
 
 namespace leselauf {
 
 inline constexpr int kHoechsteZeilen = 2000;  // of each table and each index
-
-// What is damaged keeps nothing else from being read.
-template <typename F>
-void versuchen(F tun) {
-    try {
-        tun();
-    } catch (const EngineFehler&) {
-        return;
-    }
-}
 
 inline void indexLesen(const jet::Seitendatei& datei, quint32 wurzel) {
     jet::Baumgang gang(datei, wurzel, QStringLiteral("Probe"));
@@ -37,16 +27,16 @@ inline void zeilenLesen(const jet::Seitendatei& datei, const jet::Tabelle& tabel
 inline void objektLesen(const jet::Seitendatei& datei, const jet::Objekt& objekt) {
     if (objekt.typ != jet::kObjektTabelle) return;
     const jet::Tabelle tabelle = jet::tabelleLesen(datei, objekt);
-    for (const jet::EchterIndex& index : tabelle.echte) versuchen([&] { indexLesen(datei, index.wurzel); });
+    for (const jet::EchterIndex& index : tabelle.echte) Versuchen([&] { indexLesen(datei, index.wurzel); });
     zeilenLesen(datei, tabelle);
 }
 
 // Catalogue, relations, all tables and the whole check. Lets through nothing but EngineFehler.
 inline void allesLesen(const QByteArray& bytes) {
     const jet::Seitendatei datei(bytes);
-    versuchen([&] { jet::maengelSuchen(datei); });
+    Versuchen([&] { jet::maengelSuchen(datei); });
     jet::katalogLesen(datei);
-    for (const jet::Objekt& objekt : jet::objekteLesen(datei)) versuchen([&] { objektLesen(datei, objekt); });
+    for (const jet::Objekt& objekt : jet::objekteLesen(datei)) Versuchen([&] { objektLesen(datei, objekt); });
 }
 
 }  // namespace leselauf
