@@ -2,6 +2,7 @@
 import contextlib
 import json
 import subprocess
+import time
 
 
 class Fernsteuerung:
@@ -94,6 +95,13 @@ class Fernsteuerung:
         if wert is not None:
             felder["wert"] = wert
         return self.befehl("warten", **felder)
+
+    def aktiv_abwarten(self, objekt, sekunden=60):
+        """Returns as soon as a control may be used; a review gives its keys free when what it does is done."""
+        ende = time.monotonic() + sekunden
+        while not self.lesen(objekt)["aktiv"]:
+            if time.monotonic() > ende:
+                raise TimeoutError(f"{objekt} does not become active")
 
     def rahmen(self, nummer, ms=60000):
         return self.warten("rahmen", nummer, ms)

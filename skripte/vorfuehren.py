@@ -79,9 +79,8 @@ def suche_und_nachbearbeitung(v):
     v.sage(f"Angereicherte Datensätze: {len(fern.gitter('dgdAngereichert')['zeilen'])}")
     fern.klicken("btnAngereichert")
     v.sage("Alle angereicherten Datensätze werden übernommen.")
+    fern.aktiv_abwarten("btnFertig")
     v.bild("nachbearbeitung")
-    while not fern.lesen("btnFertig")["aktiv"]:
-        continue
     fern.klicken("btnFertig")
     fern.warten("meldung")
     v.sage("Frage: " + fern.meldung()["text"].replace("\r", " ").replace("\n", " "))

@@ -78,15 +78,13 @@ class Rundgang:
         """Starts the run and finishes its review: some records of a grid are moved for the picture, then all by a key."""
         self.fern.klicken("btnWeiter")
         self.fern.warten("fenster", fenster, LAUFZEIT_MS)
+        self.fern.aktiv_abwarten("btnFertig")
         for _ in range(3 if einzeln else 0):
             self.verschieben(einzeln)
         self.bild(name)
         if alle:
             self.fern.klicken(alle)
-        ende = time.monotonic() + 60
-        while not self.fern.lesen("btnFertig")["aktiv"]:
-            if time.monotonic() > ende:
-                raise TimeoutError("the move of all records does not end")
+        self.fern.aktiv_abwarten("btnFertig")
         self.fern.klicken("btnFertig")
 
     def fragen_bejahen(self, rahmen, bild=None):
