@@ -144,9 +144,7 @@ class AmProgramm(unittest.TestCase):
 
     def fertig_klicken(self, fern):
         """Presses the button of a review; a move of all records holds it until it is done."""
-        ende = time.monotonic() + 60
-        while not fern.lesen("btnFertig")["aktiv"]:
-            self.assertLess(time.monotonic(), ende, "the move does not end")
+        fern.aktiv_abwarten("btnFertig")
         fern.klicken("btnFertig")
 
     def review_fertig(self, fern):
