@@ -32,7 +32,7 @@ void ausfuehren(const dao::Bedingung& bedingung) {
         neu->zeileAnhaengen(1, {0, 1, 2}, {Wert(1), Wert(Waehrung{10000}), Wert(u"x")});
         return neu;
     }();
-    speicher->auswaehlen({1, dao::bedingungText(bedingung, alle, {0, 1, 2}), {2}});
+    speicher->auswaehlen({1, dao::speicherbedingung(bedingung, alle, {0, 1, 2}), {2}});
 }
 
 }  // namespace
