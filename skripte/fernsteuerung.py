@@ -5,6 +5,10 @@ import subprocess
 import time
 
 
+# How long something may take on a machine that has much else to do, in milliseconds.
+GEDULD = 180000
+
+
 class Fernsteuerung:
     """One running program. Commands are methods or `befehl`; a command that fails raises `Abgelehnt`."""
 
@@ -61,7 +65,7 @@ class Fernsteuerung:
             raise self.Abgelehnt(f"{zeile}: {antwort['error']}")
         return antwort.get("result")
 
-    def in_phase_klicken(self, phase, objekt, ms=60000):
+    def in_phase_klicken(self, phase, objekt, ms=GEDULD):
         """Clicks while the run tells of `phase`. False when the run was over before it was seen."""
         zeilen = [
             self._senden("warten", {"auf": "phase", "wert": phase, "ms": ms}),
@@ -90,7 +94,7 @@ class Fernsteuerung:
     def gitter(self, objekt):
         return self.befehl("gitter", objekt=objekt)
 
-    def warten(self, auf, wert=None, ms=60000):
+    def warten(self, auf, wert=None, ms=GEDULD):
         felder = {"auf": auf, "ms": ms}
         if wert is not None:
             felder["wert"] = wert
@@ -103,7 +107,7 @@ class Fernsteuerung:
             if time.monotonic() > ende:
                 raise TimeoutError(f"{objekt} does not become active")
 
-    def rahmen(self, nummer, ms=60000):
+    def rahmen(self, nummer, ms=GEDULD):
         return self.warten("rahmen", nummer, ms)
 
     def meldung(self):
