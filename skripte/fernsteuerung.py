@@ -100,9 +100,9 @@ class Fernsteuerung:
             felder["wert"] = wert
         return self.befehl("warten", **felder)
 
-    def aktiv_abwarten(self, objekt, sekunden=60):
+    def aktiv_abwarten(self, objekt, ms=GEDULD):
         """Returns as soon as a control may be used; a review gives its keys free when what it does is done."""
-        ende = time.monotonic() + sekunden
+        ende = time.monotonic() + ms / 1000
         while not self.lesen(objekt)["aktiv"]:
             if time.monotonic() > ende:
                 raise TimeoutError(f"{objekt} does not become active")

@@ -6,13 +6,13 @@
 #include "base/fehler.h"
 #include "base/pfad.h"
 #include "base/text.h"
+#include "run/rahmen.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
 
 namespace {
 
 constexpr int kDbaseNamenslaenge = 8;
-constexpr int kRahmenDurchfuehrung = 6;
 
 struct Oeffnung {
     QString name;

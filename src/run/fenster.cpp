@@ -4,6 +4,7 @@
 #include <chrono>
 
 #include "base/atempause.h"
+#include "run/rahmen.h"
 #include "run/zustand.h"
 
 namespace {
@@ -13,9 +14,9 @@ Fenster* dasFenster = nullptr;         // set by FensterSetzen, read by all
 std::chrono::milliseconds abstand{8};  // between two pumps; set by DoEventsAbstandSetzen
 Uhr::time_point faellig;               // when DoEvents pumps next; written by DoEvents
 
-// Only a run on frame 6 is made for clicks that arrive in the middle of an engine operation.
+// Only a run at work is made for clicks that arrive in the middle of an engine operation.
 void atmen() {
-    if (gRahmen == 6)
+    if (gRahmen == kRahmenDurchfuehrung)
         DoEvents();
     else
         fenster().nurZeichnen();

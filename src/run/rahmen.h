@@ -3,6 +3,9 @@
 
 #include <QList>
 
+// The frame of a run at work.
+inline constexpr int kRahmenDurchfuehrung = 6;
+
 // All frame numbers there are.
 const QList<int>& RahmenNummern();
 

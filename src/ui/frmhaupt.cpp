@@ -122,6 +122,7 @@ void FrmHaupt::rahmenAnlegen() {
 
 QLayout* FrmHaupt::knopfleiste() {
     constexpr int kWartenMs = 300;
+    tmrWarten_->setObjectName(QStringLiteral("tmrWarten"));
     tmrWarten_->setSingleShot(true);
     tmrWarten_->setInterval(kWartenMs);
     pgbWarten->setRange(0, 0);
@@ -233,8 +234,7 @@ void FrmHaupt::wartenZeigen(bool an) {
 
 // A run that works behind the window must not lose its database: only its own question can end it.
 void FrmHaupt::closeEvent(QCloseEvent* ereignis) {
-    constexpr int kDurchfuehrung = 6;
-    if (gRahmen == kDurchfuehrung) {
+    if (gRahmen == kRahmenDurchfuehrung) {
         ereignis->ignore();
         return AbbruchErfragen();
     }

@@ -4,10 +4,11 @@
 #include <QGridLayout>
 #include <algorithm>
 
+#include "run/rahmen.h"
 #include "ui/bausteine.h"
 
 RahmenDurchfuehrung::RahmenDurchfuehrung()
-    : Rahmen(6, QStringLiteral(" Durchführung ")),
+    : Rahmen(kRahmenDurchfuehrung, QStringLiteral(" Durchführung ")),
       lblInformation(Textfeld(QString(), QStringLiteral("lblInformation"))),
       pgbTeilFortschritt(Neu<QProgressBar>(QStringLiteral("pgbTeilFortschritt"))),
       lblTeilFortschritt(Textfeld(QString(), QStringLiteral("lblTeilFortschritt"))),

@@ -179,17 +179,7 @@ class Dbf(gemeinsam.AmProgramm):
         self.nur_das_ziel_kam_dazu(zeilen, [*SPALTEN[:stelle], *neue, *SPALTEN[stelle + 1 :]])
 
     def test_verschmelzen(self):
-        self.bis_vorgang(0)
-        self.ziel_nennen()
-        self.fern.rahmen(41)
-        self.fern.setzen("cbxVerschmelzen1", "PLZ")
-        self.fern.setzen("cbxVerschmelzen2", "ORT")
-        self.fern.setzen("tbxVerschmolzen", "PLZORT")
-        self.fern.setzen("otnTrennzeichen_0", True)
-        self.fern.setzen("tbxTrennzeichen", " ")
-        self.fern.setzen("chkVerschmelzenLöschen", True)
-        self.fern.klicken("btnWeiter")
-        self.fern.rahmen(42)
+        self.verschmelzen("ADRESSEN", "PLZ", "ORT", "PLZORT", loeschen=True)
         i = [s[0] for s in SPALTEN].index("PLZ")
         zeilen = [z[:i] + [verschmolzen(z[i], z[i + 1])] + z[i + 2 :] for z in self.erste]
         neu = dbftools.felder(self.daten, ZIEL)[i]
@@ -307,7 +297,7 @@ class Dbf(gemeinsam.AmProgramm):
         self.assertEqual(dreifach, dbftools.zeilen(self.daten, "ZWEITES"))
         self.assertEqual(vorher, {n: b for n, b in dbftools.bytes_von(self.daten).items() if n != "ZWEITES.dbf"})
 
-    def verschmelzen(self, tabelle, feld1, feld2, neues, ziel=ZIEL):
+    def verschmelzen(self, tabelle, feld1, feld2, neues, ziel=ZIEL, loeschen=False):
         """From the welcome page to the result."""
         self.bis_vorgang(0, tabelle)
         self.ziel_nennen(ziel)
@@ -317,6 +307,7 @@ class Dbf(gemeinsam.AmProgramm):
         self.fern.setzen("tbxVerschmolzen", neues)
         self.fern.setzen("otnTrennzeichen_0", True)
         self.fern.setzen("tbxTrennzeichen", " ")
+        self.fern.setzen("chkVerschmelzenLöschen", loeschen)
         self.fern.klicken("btnWeiter")
         self.fern.rahmen(42)
 

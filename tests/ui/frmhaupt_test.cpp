@@ -324,8 +324,8 @@ TEST_F(Assistent, EinLaufBewegtSichAuchOhneAnteil) {
     EXPECT_FALSE(balken->isVisible());
     FortschrittBeenden();
     RahmenWechseln(6, 1, false, true);
-    QTest::qWait(400);  // longer than the strip takes to appear
     EXPECT_FALSE(balken->isVisible());
+    EXPECT_FALSE(haupt().findChild<QTimer*>(QStringLiteral("tmrWarten"))->isActive());
 }
 
 TEST_F(Assistent, F1OeffnetDieHilfe) {

@@ -52,8 +52,6 @@ QJsonObject zustand() {
 
 using Bedingung = std::function<bool()>;
 
-constexpr int kRahmenDurchfuehrung = 6;
-
 // A phase may be over before anybody looks; waiting on would be in vain.
 Bedingung phase(const QString& text) {
     return [text] {

@@ -399,6 +399,11 @@ class Vorausgelesen : public RecordsetTest {
   protected:
     Vorausgelesen() { anlegen(u"Zahlen", {1, 2, 3, 4, 5, 6}); }
     static qint64 zahl(dao::Recordset& r) { return r.Fields(0).Value().ganzzahl(); }
+    static void schreiben(dao::Recordset& r, int wert) {
+        r.Edit();
+        r.Fields(0).setValue(Wert(wert));
+        r.Update();
+    }
     // On the third record, with those behind it already read.
     std::unique_ptr<dao::Recordset> aufDemDritten() {
         auto r = satz(u"Zahlen");
@@ -415,9 +420,7 @@ TEST_F(Vorausgelesen, EineFremdeAenderungIstDa) {
     auto r = aufDemDritten();
     auto anderer = satz(u"Zahlen");
     anderer->Move(3);
-    anderer->Edit();
-    anderer->Fields(0).setValue(Wert(44));
-    anderer->Update();
+    schreiben(*anderer, 44);
     r->MoveNext();
     EXPECT_EQ(zahl(*r), 44);
     r->MoveNext();
@@ -426,9 +429,7 @@ TEST_F(Vorausgelesen, EineFremdeAenderungIstDa) {
 
 TEST_F(Vorausgelesen, DieEigeneAenderungIstDa) {
     auto r = aufDemDritten();
-    r->Edit();
-    r->Fields(0).setValue(Wert(33));
-    r->Update();
+    schreiben(*r, 33);
     EXPECT_EQ(zahl(*r), 33);
     r->MoveNext();
     EXPECT_EQ(zahl(*r), 4);
@@ -440,14 +441,10 @@ TEST_F(Vorausgelesen, WerSatzFuerSatzAendertSiehtEigenesUndFremdes) {
     anderer->Move(4);
     for (int i = 1; i <= 6; ++i, r->MoveNext()) {
         EXPECT_EQ(zahl(*r), i == 5 ? 55 : i);
-        r->Edit();
-        r->Fields(0).setValue(Wert(i * 10));
-        r->Update();
+        schreiben(*r, i * 10);
         EXPECT_EQ(zahl(*r), i * 10);
         if (i != 3) continue;
-        anderer->Edit();
-        anderer->Fields(0).setValue(Wert(55));
-        anderer->Update();
+        schreiben(*anderer, 55);
     }
     for (int i = 6; i >= 1; --i) {
         r->Move(-1);
@@ -459,9 +456,7 @@ TEST_F(Vorausgelesen, WerSatzFuerSatzAendertSiehtEigenesUndFremdes) {
 TEST_F(Vorausgelesen, EineEigeneAenderungDieVerworfenWirdIstNichtDa) {
     bereich->BeginTrans();
     auto r = aufDemDritten();
-    r->Edit();
-    r->Fields(0).setValue(Wert(33));
-    r->Update();
+    schreiben(*r, 33);
     bereich->Rollback();
     EXPECT_EQ(zahl(*r), 3);
 }
@@ -494,9 +489,7 @@ TEST_F(Vorausgelesen, EineVerworfeneAenderungIstNichtDa) {
     bereich->BeginTrans();
     auto anderer = satz(u"Zahlen");
     anderer->Move(3);
-    anderer->Edit();
-    anderer->Fields(0).setValue(Wert(44));
-    anderer->Update();
+    schreiben(*anderer, 44);
     auto r = aufDemDritten();
     bereich->Rollback();
     r->MoveNext();
