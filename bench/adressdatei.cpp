@@ -45,23 +45,26 @@ engine::Zeile zeileVon(int nummer, const QStringList& adresse) {
 
 class Gezogene : public engine::Zeilenquelle {
   public:
-    Gezogene(int anzahl, quint32 samen) : anzahl_(anzahl), liste_(samen) {}
+    Gezogene(int anzahl, quint32 samen, bool doppelt) : anzahl_(anzahl), doppelt_(doppelt), liste_(samen) {}
     bool naechste(engine::Zeile& zeile) override {
         if (nummer_ == anzahl_) return false;
-        zeile = zeileVon(++nummer_, liste_.naechste());
+        if (!doppelt_ || nummer_ % 2 == 0) adresse_ = liste_.naechste();
+        zeile = zeileVon(++nummer_, adresse_);
         return true;
     }
 
   private:
     int anzahl_;
+    bool doppelt_;
     int nummer_ = 0;
     Adressliste liste_;
+    QStringList adresse_;
 };
 
 class AusVorrat : public engine::Zeilenquelle {
   public:
     explicit AusVorrat(int anzahl) : anzahl_(anzahl) {
-        Gezogene quelle(kVorrat, 1);
+        Gezogene quelle(kVorrat, 1, false);
         for (engine::Zeile zeile; quelle.naechste(zeile);) {
             for (Wert& wert : zeile)
                 if (wert.istText()) wert = Wert(westlich(wert.text()));
@@ -108,20 +111,20 @@ FeldZuordnungen Adresstabellenzuordnung() {
     return zuordnung;
 }
 
-std::unique_ptr<engine::Zeilenquelle> Adresszeilen(int anzahl, quint32 samen) {
-    return std::make_unique<Gezogene>(anzahl, samen);
+std::unique_ptr<engine::Zeilenquelle> Adresszeilen(int anzahl, quint32 samen, bool doppelt) {
+    return std::make_unique<Gezogene>(anzahl, samen, doppelt);
 }
 
 std::unique_ptr<engine::Zeilenquelle> Vorratszeilen(int anzahl) {
     return std::make_unique<AusVorrat>(anzahl);
 }
 
-void AdressdateiAnlegen(const QString& pfad, int anzahl) {
+void AdressdateiAnlegen(const QString& pfad, int anzahl, bool doppelt) {
     QFile::remove(pfad);
     jet::mdbAnlegen(pfad);
     jet::MdbDatei datei(pfad, QString());
     datei.anwenden({engine::TabelleAnlegen{Adresstabelle(QStringLiteral("Adressen")),
-                                           [=] { return Adresszeilen(anzahl, 1); }},
+                                           [=] { return Adresszeilen(anzahl, 1, doppelt); }},
                     engine::TabelleAnlegen{Adresstabelle(QStringLiteral("Messe")),
-                                           [=] { return Adresszeilen(anzahl / 10, 2); }}});
+                                           [=] { return Adresszeilen(anzahl / 10, 2, false); }}});
 }

@@ -13,11 +13,11 @@ engine::TabellenDef Adresstabelle(const QString& name);
 // What a user assigns to these columns.
 FeldZuordnungen Adresstabellenzuordnung();
 
-// So many rows; the same seed gives the same ones.
-std::unique_ptr<engine::Zeilenquelle> Adresszeilen(int anzahl, quint32 samen);
+// So many rows; the same seed gives the same ones. `doppelt`: each address twice, one behind the other.
+std::unique_ptr<engine::Zeilenquelle> Adresszeilen(int anzahl, quint32 samen, bool doppelt);
 
 // The same at no cost: some thousand rows over and over, each with a number of its own.
 std::unique_ptr<engine::Zeilenquelle> Vorratszeilen(int anzahl);
 
 // A new .mdb with the tables "Adressen" and, a tenth as large, "Messe". Replaces the file.
-void AdressdateiAnlegen(const QString& pfad, int anzahl);
+void AdressdateiAnlegen(const QString& pfad, int anzahl, bool doppelt);

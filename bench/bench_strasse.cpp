@@ -16,7 +16,7 @@
 namespace {
 
 constexpr char kAufruf[] =
-    "bench_strasse anlegen FILE RECORDS: a new .mdb\n"
+    "bench_strasse anlegen|verdoppeln FILE RECORDS: a new .mdb; the latter with each address twice\n"
     "bench_strasse dubletten FILE [TOLERANCE 0..3]: one JSON object; the file gets the result\n"
     "bench_strasse muell|splitten|verschmelzen|abgleich FILE\n";
 
@@ -59,8 +59,9 @@ int main(int argc, char** argv) {
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication anwendung(argc, argv);
     const QStringList worte = QCoreApplication::arguments().mid(1);
-    if (worte.value(0) == QStringLiteral("anlegen") && worte.size() == 3) {
-        AdressdateiAnlegen(worte[1], worte[2].toInt());
+    const bool doppelt = worte.value(0) == QStringLiteral("verdoppeln");
+    if ((doppelt || worte.value(0) == QStringLiteral("anlegen")) && worte.size() == 3) {
+        AdressdateiAnlegen(worte[1], worte[2].toInt(), doppelt);
     } else if (kVorgaenge.contains(worte.value(0)) && worte.size() >= 2) {
         messen(worte[0], worte[1], worte.value(2, QStringLiteral("1")).toInt());
     } else {

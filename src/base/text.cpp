@@ -2,6 +2,7 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 
 #include "base/fehler.h"
@@ -14,13 +15,20 @@ QString gefaltet(const Wert& wert, QString (*abbildung)(QStringView), const QStr
     return TextErsetzen(abbildung(wert.alsText()), QStringLiteral("ß"), szett);
 }
 
+constexpr size_t kTafelgroesse = 256;
+
+// QChar maps one unit to one; "ß" has no single capital and stays.
 template <typename Abbildung>
 QString zeichenweise(QStringView text, Abbildung abbildung) {
+    static const auto tafel = [&] {
+        std::array<QChar, kTafelgroesse> bilder;
+        for (size_t i = 0; i < bilder.size(); ++i)
+            bilder[i] = QChar(ushort(i)) == u'ß' ? u'ß' : abbildung(QChar(ushort(i)));
+        return bilder;
+    }();
     QString ergebnis(text.size(), Qt::Uninitialized);
-    std::transform(text.begin(), text.end(), ergebnis.begin(), [&](QChar c) {
-        // QChar maps one unit to one; "ß" has no single capital and stays.
-        return c == u'ß' ? c : abbildung(c);
-    });
+    std::transform(text.begin(), text.end(), ergebnis.begin(),
+                   [&](QChar c) { return c.unicode() < tafel.size() ? tafel[c.unicode()] : abbildung(c); });
     return ergebnis;
 }
 

@@ -112,19 +112,21 @@ Aufbereitung fuerInternet(int maske) {
 QString TextNormalisieren(const Wert& wert) {
     if (wert.istLeerOderNull()) return {};
     const QString text = Kleinschrift(wert);
-    QString ergebnis;
-    ergebnis.reserve(text.size());
+    QString ergebnis(text.size(), Qt::Uninitialized);
+    QChar* const anfang = ergebnis.data();
+    QChar* ende = anfang;
     bool luecke = false;
     for (const QChar c : text) {
         if (!bleibtStehen(c)) {
             luecke = true;
             continue;
         }
-        if (luecke) ergebnis += u' ';
+        if (luecke && ende != anfang) *ende++ = u' ';
         luecke = false;
-        ergebnis += c;
+        *ende++ = c;
     }
-    return Trim(ergebnis);
+    ergebnis.truncate(ende - anfang);
+    return ergebnis;
 }
 
 QString ZiffernFiltern(const Wert& wert) {

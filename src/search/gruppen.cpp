@@ -2,10 +2,14 @@
 #include "search/gruppen.h"
 
 #include <algorithm>
+#include <functional>
 #include <numeric>
 #include <tuple>
 #include <unordered_set>
 #include <utility>
+
+#include "base/atempause.h"
+#include "base/sortieren.h"
 
 namespace {
 
@@ -18,7 +22,7 @@ class Komponenten {
             saetze_.push_back(paar.erster);
             saetze_.push_back(paar.zweiter);
         }
-        std::sort(saetze_.begin(), saetze_.end());
+        SortierenMitPausen(saetze_.begin(), saetze_.end(), std::less<>(), Atempause);
         saetze_.erase(std::unique(saetze_.begin(), saetze_.end()), saetze_.end());
         eltern_.resize(saetze_.size());
         std::iota(eltern_.begin(), eltern_.end(), size_t(0));
@@ -63,22 +67,28 @@ std::pair<qint64, qint64> teilen(std::vector<Dublette>& d, qint64 lo, qint64 hi)
 
 void GruppenBilden(std::vector<Paar>& paare) {
     Komponenten komponenten(paare);
-    for (const Paar& paar : paare) komponenten.verbinden(paar);
+    for (const Paar& paar : paare) {
+        komponenten.verbinden(paar);
+        Atempause();
+    }
     std::vector<qint32> nummern(komponenten.anzahl(), 0);
     qint32 letzte = 0;
     for (Paar& paar : paare) {
         qint32& nummer = nummern[komponenten.wurzel(paar.erster)];
         if (nummer == 0) nummer = ++letzte;
         paar.gruppe = nummer;
+        Atempause();
     }
 }
 
 std::vector<Dublette> DublettenAuflisten(const std::vector<Paar>& paare) {
     std::vector<Dublette> liste;
     std::unordered_set<qint32> bekannt;
-    for (const Paar& paar : paare)
+    for (const Paar& paar : paare) {
         for (const qint32 satz : {paar.erster, paar.zweiter})
             if (bekannt.insert(satz).second) liste.push_back({satz, paar.gruppe});
+        Atempause();
+    }
     return liste;
 }
 
@@ -89,6 +99,7 @@ void DublettenSortieren(std::vector<Dublette>& dubletten) {
     while (!offen.empty()) {
         const auto [lo, hi] = offen.back();
         offen.pop_back();
+        Atempause();
         const auto [links, rechts] = teilen(dubletten, lo, hi);
         if (rechts < hi) offen.emplace_back(rechts, hi);
         if (lo < links) offen.emplace_back(lo, links);

@@ -20,7 +20,7 @@ struct Dublette {
 };
 
 // Numbers the groups from 1 in the order of their first pairs. A group is a connected component: what is
-// alike by way of others belongs together.
+// alike by way of others belongs together. Lets the window breathe, as do the others here.
 void GruppenBilden(std::vector<Paar>& paare);
 
 // Every record of the pairs once, in the order in which they first stand there, with its group.

@@ -3,6 +3,7 @@
 
 #include <QHash>
 
+#include "base/atempause.h"
 #include "run/fortschritt.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
@@ -132,7 +133,10 @@ std::vector<Suchblock> bloeckeSuchen(Durchgang& d) {
     std::vector<qint64> folge;
     d.s.tu([&] { folge = Gesetzt(gBlockDaten).Bookmarks(Gesetzt(gBlockDaten).RecordCount()); });
     Blocksuche suche(d.blockLaenge);
-    for (const qint64 merkzeichen : folge) suche.naechster(schluessel.von(merkzeichen));
+    for (const qint64 merkzeichen : folge) {
+        suche.naechster(schluessel.von(merkzeichen));
+        Atempause();
+    }
     return suche.fertig();
 }
 

@@ -97,9 +97,11 @@ struct Recordset::Zustand {
     std::span<Wert> zeile;  // the current record as last read: `einzelne`, or a part of `voraus`
     qint64 zeileId = 0;
     quint64 zeileStand = 0;
+    qint64 folge = 0;  // how many times in a row the record behind the one before was read
     std::vector<Wert> einzelne;
     std::vector<Wert> voraus;  // records that were read together, and the id of the first one
     qint64 vorausId = 0;
+    qint64 vorausWeite = 0;
     quint64 vorausStand = 0;
 
     Zustand() = default;
@@ -132,6 +134,7 @@ struct Recordset::Zustand {
     void neueZeileSpeichern();
     void aenderungSpeichern();
     void aenderungMerken(quint64 vorher);
+    void standNachfuehren(quint64 vorher);
 };
 
 // True when two names are the same to the engine, which does not look at case.

@@ -17,7 +17,8 @@ namespace {
 
 constexpr int kDatensatzGeloescht = 3167;  // record is deleted
 constexpr qint64 kReihe = 256;             // records fetched at once
-constexpr qint64 kVoraus = 64;             // and while somebody goes from one to the next
+constexpr qint64 kWenigVoraus = 4;         // and while somebody goes from one to the next: a few at first,
+constexpr qint64 kVielVoraus = 64;         // more and more when he goes on behind them
 
 [[noreturn]] void keinDatensatz() {
     throw EngineFehler(kKeinDatensatz, QStringLiteral("Kein aktueller Datensatz."));
@@ -77,9 +78,10 @@ std::span<const Wert> Recordset::Zustand::aktuelleZeile() {
     const qint64 id = aktuelleId();
     const quint64 jetzt = kern->speicher.stand(auswahl.tabelle);
     if (id == zeileId && jetzt == zeileStand) return zeile;
-    const bool derNaechste = id == zeileId + 1 && jetzt == zeileStand;
+    // One step says little: two neighbours are read in many a jump from group to group.
+    folge = id == zeileId + 1 && jetzt == zeileStand ? folge + 1 : 0;
     zeileId = 0;
-    if (derNaechste) vorauslesen(id, jetzt);
+    if (folge > 1) vorauslesen(id, jetzt);
     if (!ausVorausgelesenen(id, jetzt)) {
         if (!kern->speicher.zeileLesen(auswahl.tabelle, spalten, id, einzelne)) datensatzGeloescht();
         zeile = einzelne;
@@ -92,20 +94,23 @@ std::span<const Wert> Recordset::Zustand::aktuelleZeile() {
 bool Recordset::Zustand::ausVorausgelesenen(qint64 id, quint64 jetzt) {
     const size_t breite = spalten.size();
     const qint64 stelle = id - vorausId;
-    if (jetzt != vorausStand || stelle < 0 || size_t(stelle) * breite >= voraus.size()) return false;
+    if (jetzt != vorausStand || stelle < 0 || stelle >= vorausWeite) return false;
     zeile = std::span(voraus).subspan(size_t(stelle) * breite, breite);
     return true;
 }
 
-// For who goes from record to record while nobody writes.
+// For who goes from record to record while nobody else writes.
 void Recordset::Zustand::vorauslesen(qint64 id, quint64 jetzt) {
-    if (jetzt == vorausStand && id >= vorausId && size_t(id - vorausId) * spalten.size() < voraus.size())
-        return;
-    const qint64 ziel = std::min(stand.stelle + kVoraus, anzahl());
+    const bool gelesen = jetzt == vorausStand && id >= vorausId && id < vorausId + vorausWeite;
+    if (gelesen) return;
+    const bool gehtWeiter = jetzt == vorausStand && id == vorausId + vorausWeite;
+    const qint64 weite = gehtWeiter ? std::min(2 * vorausWeite, kVielVoraus) : kWenigVoraus;
+    const qint64 ziel = std::min(stand.stelle + weite, anzahl());
     if (!inNaturfolge(ziel)) return;
     vorausStand = 0;
     if (!reiheLesen(spalten, id, int(ziel - stand.stelle), voraus)) return;
     vorausId = id;
+    vorausWeite = ziel - stand.stelle;
     vorausStand = jetzt;
 }
 
@@ -143,7 +148,9 @@ void Recordset::Zustand::leertextePruefen() const {
 
 void Recordset::Zustand::neueZeileSpeichern() {
     zaehlerVerlangen();
+    const quint64 vorher = kern->speicher.stand(auswahl.tabelle);
     const qint64 id = kern->speicher.zeileAnhaengen(auswahl.tabelle, spalten, puffer);
+    standNachfuehren(vorher);
     zaehlerNachfuehren();
     // At EOF means behind the last record, also when there is a new one.
     if (stand.stelle == anzahl()) ++stand.stelle;
@@ -169,10 +176,15 @@ void Recordset::Zustand::aenderungSpeichern() {
 
 // What was read stays good for who changes record by record: nothing differs but the current one.
 void Recordset::Zustand::aenderungMerken(quint64 vorher) {
-    const quint64 jetzt = kern->speicher.stand(auswahl.tabelle);
     if (zeileId != aktuelleId() || zeileStand != vorher) return;
     std::move(puffer.begin(), puffer.end(), zeile.begin());
-    zeileStand = jetzt;
+    standNachfuehren(vorher);
+}
+
+// The write that was just made did not touch what had been read.
+void Recordset::Zustand::standNachfuehren(quint64 vorher) {
+    const quint64 jetzt = kern->speicher.stand(auswahl.tabelle);
+    if (zeileStand == vorher) zeileStand = jetzt;
     if (vorausStand == vorher) vorausStand = jetzt;
 }
 
@@ -391,7 +403,13 @@ void Recordset::FindFirst(const QString& bedingung) {
     z.entwurfFallenlassen();
     const store::Bedingung gesucht =
         speicherbedingung(bedingungLesen(bedingung), z.tabellenfelder, z.spalten);
-    const std::vector<qint64> treffer = z.kern->speicher.auswaehlen({z.auswahl.tabelle, gesucht, {}});
+    if (z.anzahl() == 0) {
+        z.keinTreffer = true;
+        return;
+    }
+    const auto [erste, letzte] = std::minmax_element(z.stand.schluessel.begin(), z.stand.schluessel.end());
+    const std::vector<qint64> treffer =
+        z.kern->speicher.auswaehlen({z.auswahl.tabelle, gesucht, {}, *erste, *letzte});
     const auto fund = std::find_if(z.stand.schluessel.begin(), z.stand.schluessel.end(), [&](qint64 id) {
         return std::binary_search(treffer.begin(), treffer.end(), id);
     });

@@ -19,10 +19,6 @@ QByteArray tabellenname(qint64 nummer) {
     return "t" + QByteArray::number(nummer);
 }
 
-QByteArray spaltenname(int spalte) {
-    return "c" + QByteArray::number(spalte);
-}
-
 QByteArray spaltenliste(const std::vector<int>& spalten, const char* hinterher = "") {
     QByteArray liste;
     for (int spalte : spalten) liste += "," + spaltenname(spalte) + hinterher;
@@ -42,10 +38,9 @@ Speicher::~Speicher() = default;
 
 Speicher::Tabelle& Speicher::tabelle(qint64 nummer) {
     transaktionPruefen();
-    const auto fund = tabellen_.find(nummer);
-    if (fund == tabellen_.end() || !fund->second.vorhanden)
+    if (!tabelleVorhanden(nummer))
         throw EngineFehler(kObjektUngueltig, QStringLiteral("Die Tabelle ist nicht mehr vorhanden."));
-    return fund->second;
+    return tabellen_[size_t(nummer)];
 }
 
 // A full disk can make the store give up the whole transaction; going on would lose rows without a word.
@@ -59,18 +54,15 @@ void Speicher::transaktionPruefen() const {
 }
 
 bool Speicher::tabelleVorhanden(qint64 nummer) const {
-    const auto fund = tabellen_.find(nummer);
-    return fund != tabellen_.end() && fund->second.vorhanden;
+    return size_t(nummer) < tabellen_.size() && tabellen_[size_t(nummer)].vorhanden;
 }
 
 qint64 Speicher::naechsteId(qint64 nummer) const {
-    const auto fund = tabellen_.find(nummer);
-    return fund != tabellen_.end() && fund->second.vorhanden ? fund->second.naechsteId : 0;
+    return tabelleVorhanden(nummer) ? tabellen_[size_t(nummer)].naechsteId : 0;
 }
 
 quint64 Speicher::stand(qint64 nummer) const {
-    const auto fund = tabellen_.find(nummer);
-    return fund == tabellen_.end() ? 0 : fund->second.stand;
+    return size_t(nummer) < tabellen_.size() ? tabellen_[size_t(nummer)].stand : 0;
 }
 
 void Speicher::tabelleAnlegen(qint64 nummer, std::vector<Spaltenart> arten) {
@@ -79,11 +71,13 @@ void Speicher::tabelleAnlegen(qint64 nummer, std::vector<Spaltenart> arten) {
     for (size_t i = 0; i < spalten.size(); ++i) spalten[i] = int(i);
     verbindung_.ausfuehren("CREATE TABLE " + tabellenname(nummer) + " (id INTEGER PRIMARY KEY" +
                            spaltenliste(spalten) + ")");
-    tabellen_[nummer] = Tabelle{std::move(arten), 1, ++letzterStand_, true};
+    if (size_t(nummer) >= tabellen_.size()) tabellen_.resize(size_t(nummer) + 1);
+    tabellen_[size_t(nummer)] = Tabelle{std::move(arten), 1, ++letzterStand_, true};
     invariantenPruefen();
 }
 
 void Speicher::tabelleEntfernen(qint64 nummer) {
+    Atempause();  // a large table takes its time, and what led here may have done so
     Tabelle& ziel = tabelle(nummer);
     verbindung_.ausfuehren("DROP TABLE " + tabellenname(nummer));
     ziel.vorhanden = false;
@@ -189,13 +183,15 @@ void Speicher::zeilenEntfernen(qint64 nummer, const std::vector<qint64>& ids) {
 // Who selects by a column once does so again and again. A scratch file that has no room for an index must not
 // cost a transaction, and the selection does without.
 void Speicher::suchbarMachen(const Auswahl& auswahl) {
-    if (inTransaktion() || naechsteId(auswahl.tabelle) < kVieleZeilen) return;
+    const qint64 zeilen = std::min(auswahl.bisId, naechsteId(auswahl.tabelle)) - auswahl.vonId;
+    if (inTransaktion() || zeilen < kVieleZeilen || auswahl.bedingung.spalten.empty()) return;
     const Verbindung::Atmend atmend(verbindung_);
+    const Verbindung::Haeppchenweise haeppchenweise(verbindung_);
     for (const int spalte : auswahl.bedingung.spalten) {
         const QByteArray tabelle = tabellenname(auswahl.tabelle), zelle = spaltenname(spalte);
         try {
             verbindung_.ausfuehren("CREATE INDEX IF NOT EXISTS " + tabelle + zelle + " ON " + tabelle + "(" +
-                                   zelle + ")");
+                                   zelle + ") WHERE " + suchbareZellen(spalte));
         } catch (const EngineFehler&) {
             return;
         }
@@ -205,11 +201,14 @@ void Speicher::suchbarMachen(const Auswahl& auswahl) {
 std::vector<qint64> Speicher::auswaehlen(const Auswahl& auswahl) {
     tabelle(auswahl.tabelle);
     suchbarMachen(auswahl);
-    QByteArray text = "SELECT id" + spaltenliste(auswahl.ordnung) + " FROM " + tabellenname(auswahl.tabelle);
-    if (!auswahl.bedingung.text.isEmpty()) text += " WHERE " + auswahl.bedingung.text;
+    QByteArray text = "SELECT id" + spaltenliste(auswahl.ordnung) + " FROM " + tabellenname(auswahl.tabelle) +
+                      " WHERE id BETWEEN ? AND ?";
+    if (!auswahl.bedingung.text.isEmpty()) text += " AND (" + auswahl.bedingung.text + ")";
     sqlite3_stmt* anweisung = verbindung_.vorbereitet(text + " ORDER BY id");
     std::vector<qint64> ids;
     const Zuruecksetzer zurueck(anweisung);
+    verbindung_.pruefen(sqlite3_bind_int64(anweisung, 1, auswahl.vonId));
+    verbindung_.pruefen(sqlite3_bind_int64(anweisung, 2, auswahl.bisId));
     const Verbindung::Atmend atmend(verbindung_);
     if (auswahl.ordnung.empty())
         while (verbindung_.schritt(anweisung)) ids.push_back(sqlite3_column_int64(anweisung, 0));
@@ -250,7 +249,9 @@ qint64 Speicher::groessteZahl(qint64 nummer, int spalte) {
 
 qint64 Speicher::zeilenzahl(qint64 nummer) {
     tabelle(nummer);
-    sqlite3_stmt* anweisung = verbindung_.vorbereitet("SELECT count(*) FROM " + tabellenname(nummer));
+    // With a condition, since the store counts a whole table without a breath.
+    sqlite3_stmt* anweisung =
+        verbindung_.vorbereitet("SELECT count(*) FROM " + tabellenname(nummer) + " WHERE id > 0");
     const Zuruecksetzer zurueck(anweisung);
     const Verbindung::Atmend atmend(verbindung_);
     verbindung_.schritt(anweisung);
@@ -259,15 +260,16 @@ qint64 Speicher::zeilenzahl(qint64 nummer) {
 
 Speicher::Verzeichnis Speicher::verzeichnis() const {
     Verzeichnis jetzt;
-    for (const auto& [nummer, eintrag] : tabellen_)
-        if (eintrag.vorhanden) jetzt[nummer] = eintrag.arten;
+    for (size_t nummer = 0; nummer < tabellen_.size(); ++nummer)
+        if (tabellen_[nummer].vorhanden) jetzt[qint64(nummer)] = tabellen_[nummer].arten;
     return jetzt;
 }
 
 // Ids go on where they were, so that an id that somebody may still hold never names another row.
 void Speicher::verzeichnisSetzen(const Verzeichnis& vorher) {
-    for (auto& [nummer, eintrag] : tabellen_) {
-        const auto fund = vorher.find(nummer);
+    for (size_t nummer = 0; nummer < tabellen_.size(); ++nummer) {
+        Tabelle& eintrag = tabellen_[nummer];
+        const auto fund = vorher.find(qint64(nummer));
         eintrag.vorhanden = fund != vorher.end();
         if (eintrag.vorhanden) eintrag.arten = fund->second;
         eintrag.stand = ++letzterStand_;
@@ -279,8 +281,10 @@ void Speicher::invariantenPruefen() const {
     // The directory of a transaction that was lost is that of its start only after `verwerfen`.
     if (gemerkt_ && !verbindung_.inTransaktion()) return;
     std::map<qint64, Tabellenbild> bilder;
-    for (const auto& [nummer, eintrag] : tabellen_)
-        if (eintrag.vorhanden) bilder[nummer] = {int(eintrag.arten.size()), eintrag.naechsteId};
+    for (size_t nummer = 0; nummer < tabellen_.size(); ++nummer) {
+        const Tabelle& eintrag = tabellen_[nummer];
+        if (eintrag.vorhanden) bilder[qint64(nummer)] = {int(eintrag.arten.size()), eintrag.naechsteId};
+    }
     const QByteArray fund = unstimmigkeit(verbindung_.datenbank(), bilder);
     if (!fund.isEmpty()) qFatal("Working store: %s", fund.constData());
 #endif

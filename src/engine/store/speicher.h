@@ -2,6 +2,7 @@
 // id.
 #pragma once
 
+#include <limits>
 #include <map>
 #include <memory>
 #include <vector>
@@ -17,6 +18,9 @@ struct Auswahl {
     qint64 tabelle = 0;
     Bedingung bedingung;       // empty: all rows
     std::vector<int> ordnung;  // columns to sort by, the first one counts most; then by id
+    // Only among these ids.
+    qint64 vonId = 1;
+    qint64 bisId = std::numeric_limits<qint64>::max();
 };
 
 // Every operation raises EngineFehler: 3026 when the scratch file cannot grow, 3051 otherwise. A scratch file
@@ -58,8 +62,8 @@ class Speicher {
     void zeilenEntfernen(qint64 tabelle, const std::vector<qint64>& ids);
 
     // The ids of the rows that meet the condition, texts in the General order, Null in front. Lets the window
-    // breathe. The first selection by a column of a large table gives it an index, unless a transaction is
-    // open.
+    // breathe. The first selection by a column of a large table, or of a large part of it, gives the table an
+    // index, unless a transaction is open.
     std::vector<qint64> auswaehlen(const Auswahl& auswahl);
     // The greatest whole number of a column, 0 for an empty one.
     qint64 groessteZahl(qint64 tabelle, int spalte);
@@ -117,7 +121,7 @@ class Speicher {
     void suchbarMachen(const Auswahl& auswahl);
 
     Verbindung verbindung_;
-    std::map<qint64, Tabelle> tabellen_;
+    std::vector<Tabelle> tabellen_;         // by number
     std::unique_ptr<Verzeichnis> gemerkt_;  // the tables at the start of the open transaction
     qint64 letzteNummer_ = 0;
     quint64 letzterStand_ = 0;

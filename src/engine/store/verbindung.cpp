@@ -20,13 +20,19 @@ constexpr size_t kMaxAnweisungen = 256;
 // It is never synced and has nobody to share with, so it needs neither a write-ahead log nor locks.
 constexpr char kOhneNamen[] = "";
 
+// The store sorts in pieces of this size before it merges them.
+constexpr char kVorrat[] = "PRAGMA cache_size = -65536";
+constexpr char kKleinerVorrat[] = "PRAGMA cache_size = -4096";
+
 constexpr const char* kEinrichtung[] = {
     // Texts stay as they are, unpaired surrogates included.
     "PRAGMA encoding = 'UTF-16le'",
     // Each commit walks over all pages in memory: the fewer the better.
     "PRAGMA page_size = 16384",
     "PRAGMA synchronous = OFF",
-    "PRAGMA cache_size = -65536",
+    kVorrat,
+    // Nobody can open the file, so what is deleted need not be overwritten, as some builds of the store do.
+    "PRAGMA secure_delete = OFF",
     "PRAGMA temp_store = FILE",
 };
 
@@ -129,6 +135,18 @@ Verbindung::Atmend::Atmend(Verbindung& verbindung) : verbindung_(verbindung) {
 
 Verbindung::Atmend::~Atmend() {
     sqlite3_progress_handler(verbindung_.datenbank_, 0, nullptr, nullptr);
+}
+
+Verbindung::Haeppchenweise::Haeppchenweise(Verbindung& verbindung) : verbindung_(verbindung) {
+    verbindung_.ausfuehren(kKleinerVorrat);
+}
+
+Verbindung::Haeppchenweise::~Haeppchenweise() {
+    try {
+        verbindung_.ausfuehren(kVorrat);
+    } catch (const EngineFehler&) {
+        // A small cache is slower and nothing else.
+    }
 }
 
 void Verbindung::hoechstensSeiten(int anzahl) {

@@ -44,6 +44,18 @@ class Verbindung {
     bool schritt(sqlite3_stmt* anweisung);
     // Raises EngineFehler unless the code says that all went well.
     void pruefen(int code);
+    // While one lives, the store sorts in pieces that take no longer than a breath, at the price of its
+    // cache.
+    class Haeppchenweise {
+      public:
+        explicit Haeppchenweise(Verbindung& verbindung);
+        ~Haeppchenweise();
+        Haeppchenweise(const Haeppchenweise&) = delete;
+        Haeppchenweise& operator=(const Haeppchenweise&) = delete;
+
+      private:
+        Verbindung& verbindung_;
+    };
     // While one lives, long statements let the window breathe. Only around statements that read, or outside a
     // transaction: one that writes would take the whole transaction with it when it is interrupted.
     class Atmend {

@@ -316,21 +316,29 @@ void sortSchluesselAnhaengen(QByteArray& ziel, sqlite3_stmt* anweisung, int spal
     }
 }
 
+QByteArray spaltenname(int spalte) {
+    return "c" + QByteArray::number(spalte);
+}
+
 int funktionenAnmelden(sqlite3* datenbank) {
     constexpr int kRein = SQLITE_UTF16LE | SQLITE_DETERMINISTIC;
     return sqlite3_create_function_v2(datenbank, "zahl", 2, kRein, nullptr, zahlFunktion, nullptr, nullptr,
                                       nullptr);
 }
 
+QByteArray suchbareZellen(int spalte) {
+    return spaltenname(spalte) + " <> 0";
+}
+
 Bedingung gleich(int spalte, Spaltenart art, const Wert& zahl) {
-    const QByteArray zelle = "c" + QByteArray::number(spalte);
+    const QByteArray zelle = spaltenname(spalte);
     const bool unmittelbar = art != Spaltenart::Waehrung && art != Spaltenart::Dezimal;
     const QByteArray links = unmittelbar ? zelle : "zahl(" + zelle + "," + QByteArray::number(int(art)) + ")";
     const QByteArray rechts = zahl.art() == Wert::Art::Ganzzahl ? QByteArray::number(zahl.ganzzahl())
                                                                 : QByteArray::number(zahl.alsZahl(), 'e', 17);
-    Bedingung bedingung{links + " = " + rechts, {}};
-    if (unmittelbar) bedingung.spalten.insert(spalte);
-    return bedingung;
+    const QByteArray text = links + " = " + rechts;
+    if (!unmittelbar || zahl.alsZahl() == 0) return {text, {}};
+    return {text + " AND " + suchbareZellen(spalte), {spalte}};
 }
 
 }  // namespace store

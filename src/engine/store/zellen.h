@@ -31,12 +31,18 @@ void sortSchluesselAnhaengen(QByteArray& ziel, sqlite3_stmt* anweisung, int spal
 // Makes a function known to the store: `zahl(zelle, art)`, the value as a floating number.
 int funktionenAnmelden(sqlite3* datenbank);
 
+// What the store calls the column of this number.
+QByteArray spaltenname(int spalte);
+
 // A condition in the store's language; an empty one holds for all rows. Conditions are joined with AND, OR
 // and NOT.
 struct Bedingung {
     QByteArray text;
-    std::set<int> spalten;  // compared as they are kept, so that an index can find them
+    std::set<int> spalten;  // an index over their `suchbareZellen` finds the rows
 };
+// The cells of a column that are worth an index, as a condition: all but zeros, of which the columns that are
+// searched are full. A condition that is to use the index says it as well.
+QByteArray suchbareZellen(int spalte);
 // "Cell of column `spalte` equals `zahl`", for a column of a kind that holds numbers.
 Bedingung gleich(int spalte, Spaltenart art, const Wert& zahl);
 

@@ -1,4 +1,6 @@
 // Recordsets: the keyset, moving, reading, adding, changing, finding.
+#include <numeric>
+
 #include "engine/dao/werkbank.h"
 
 namespace {
@@ -494,6 +496,36 @@ TEST_F(Vorausgelesen, EineVerworfeneAenderungIstNichtDa) {
     bereich->Rollback();
     r->MoveNext();
     EXPECT_EQ(zahl(*r), 4);
+}
+
+TEST_F(Vorausgelesen, EinEigenerNeuerSatzStehtAmEndeUndStoertNicht) {
+    auto r = aufDemDritten();
+    r->AddNew();
+    r->Fields(0).setValue(Wert(7));
+    r->Update();
+    EXPECT_EQ(zahl(*r), 3);
+    auto anderer = satz(u"Zahlen");
+    anderer->Move(4);
+    schreiben(*anderer, 55);
+    for (int erwartet : {4, 55, 6, 7}) {
+        r->MoveNext();
+        EXPECT_EQ(zahl(*r), erwartet);
+    }
+}
+
+TEST_F(Vorausgelesen, AufEinemWeitenWegFehltNurWasGeloeschtIst) {
+    constexpr int kSaetze = 300, kFehlt = 150;
+    std::vector<int> zahlen(kSaetze);
+    std::iota(zahlen.begin(), zahlen.end(), 1);
+    anlegen(u"Viele", zahlen);
+    auto r = satz(u"Viele");
+    db->Execute(QStringLiteral("DELETE * FROM [Viele] WHERE [Z] = %1").arg(kFehlt));
+    for (int i = 1; i <= kSaetze; ++i, r->MoveNext())
+        if (i == kFehlt)
+            EXPECT_EQ(fehlerVon([&] { zahl(*r); }), 3167);
+        else
+            EXPECT_EQ(zahl(*r), i);
+    EXPECT_TRUE(r->Eof());
 }
 
 TEST_F(Vorausgelesen, LueckenUndAndereFolgenLesenSichWieSieStehen) {

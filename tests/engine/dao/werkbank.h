@@ -76,7 +76,7 @@ class Werkbank : public testing::Test {
     dao::TableDef& tabelle(const char16_t* name) { return db->TableDefs().Item(QString::fromUtf16(name)); }
 
     // A new table with one Long field "Z" and one row for each number.
-    dao::TableDef& anlegen(const char16_t* name, std::initializer_list<int> zahlen = {}) {
+    dao::TableDef& anlegen(const char16_t* name, const std::vector<int>& zahlen = {}) {
         auto def = db->CreateTableDef();
         def->setName(QString::fromUtf16(name));
         def->Fields().Append(def->CreateField(QStringLiteral("Z"), dao::dbLong));

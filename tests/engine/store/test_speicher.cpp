@@ -134,6 +134,45 @@ TEST_F(SpeicherTest, DieAuswahlAusEinerGrossenTabelleKenntJedeAenderung) {
     EXPECT_EQ(ids(7), Ids{});
 }
 
+// Zeros are not in the index, nor are cells without a value.
+TEST_F(SpeicherTest, AuchNullenUndLeereZellenWerdenInEinerGrossenTabelleRichtigGezaehlt) {
+    constexpr int kDrittel = 20000;
+    speicher.beginnen();
+    for (int i = 0; i < kDrittel; ++i) {
+        hinzu(0);
+        hinzu(7);
+        speicher.zeileAnhaengen(1, {1}, {Wert(u"x")});
+    }
+    speicher.festschreiben();
+    const auto anzahl = [&](const QByteArray& davor, int zahl, const QByteArray& danach) {
+        store::Bedingung bedingung = store::gleich(0, Spaltenart::Ganzzahl, Wert(zahl));
+        bedingung.text = davor + "(" + bedingung.text + ")" + danach;
+        return speicher.auswaehlen({1, bedingung, {}}).size();
+    };
+    const QByteArray null = store::gleich(0, Spaltenart::Ganzzahl, Wert(0)).text;
+    EXPECT_EQ(anzahl("", 7, ""), kDrittel);
+    EXPECT_EQ(anzahl("", 0, ""), kDrittel);
+    EXPECT_EQ(anzahl("NOT ", 7, ""), kDrittel);
+    EXPECT_EQ(anzahl("NOT ", 0, ""), kDrittel);
+    EXPECT_EQ(anzahl("NOT ", 8, ""), 2 * kDrittel);
+    EXPECT_EQ(anzahl("", 7, " OR (" + null + ")"), 2 * kDrittel);
+}
+
+TEST_F(SpeicherTest, EineAuswahlUnterEinigenIdsLaesstDieAnderenAus) {
+    constexpr int kZeilen = 120000;
+    speicher.beginnen();
+    for (int i = 1; i <= kZeilen; ++i) hinzu(i % 20000);
+    speicher.festschreiben();
+    const auto ids = [&](qint64 von, qint64 bis) {
+        return speicher.auswaehlen({1, store::gleich(0, Spaltenart::Ganzzahl, Wert(7)), {}, von, bis});
+    };
+    using Ids = std::vector<qint64>;
+    EXPECT_EQ(ids(20008, 60006), (Ids{40007}));  // few rows, that are walked through
+    EXPECT_EQ(ids(20007, 100007), (Ids{20007, 40007, 60007, 80007, 100007}));
+    EXPECT_EQ(ids(20008, 60006), (Ids{40007}));
+    EXPECT_EQ(ids(8, 20006), Ids{});
+}
+
 TEST_F(SpeicherTest, EineVolleScheibeVerhindertKeineAuswahl) {
     for (int i = 1; i <= 60000; ++i) hinzu(i);
     speicher.hoechstensSeiten(1);  // no more than there are
