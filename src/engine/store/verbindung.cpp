@@ -36,9 +36,17 @@ constexpr const char* kEinrichtung[] = {
     "PRAGMA temp_store = FILE",
 };
 
+// The program has one thread and asks for no statistics, so neither needs the store's locks. What does not
+// take, because somebody else in the process uses the store already, costs time and nothing else.
+void sqliteEinstellen() {
+    [[maybe_unused]] static const int codes[] = {sqlite3_config(SQLITE_CONFIG_SINGLETHREAD),
+                                                 sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0)};
+}
+
 }  // namespace
 
 Verbindung::Verbindung() {
+    sqliteEinstellen();
     constexpr int kArt = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
     const int code = sqlite3_open_v2(kOhneNamen, &datenbank_, kArt, nullptr);
     if (code != SQLITE_OK) {
