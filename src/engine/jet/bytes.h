@@ -87,10 +87,17 @@ inline void bytesSetzen(QByteArray& z, qsizetype ab, QByteArrayView b) {
     if (!b.isEmpty()) std::memcpy(z.data() + ab, b.data(), size_t(b.size()));
 }
 
-// Appends at the end.
+// Appends at the end. Rows are made of thousands of small pieces, for which `QByteArray::append` takes its
+// time.
+inline void bytesAnhaengen(QByteArray& ziel, const void* bytes, qsizetype anzahl) {
+    if (anzahl == 0) return;
+    const qsizetype ab = ziel.size();
+    ziel.resize(ab + anzahl);
+    std::memcpy(ziel.data() + ab, bytes, size_t(anzahl));
+}
 template <typename T>
 void zahlAnhaengen(QByteArray& ziel, T wert) {
-    ziel.append(reinterpret_cast<const char*>(&wert), sizeof(T));
+    bytesAnhaengen(ziel, &wert, sizeof(T));
 }
 inline void u8Anhaengen(QByteArray& z, quint8 w) {
     zahlAnhaengen(z, w);

@@ -194,10 +194,10 @@ bool komprimierbar(QStringView text) {
 
 void textAnhaengen4(QByteArray& ziel, QStringView text, bool komprimieren) {
     if (komprimieren && komprimierbar(text)) {
-        ziel.append("\xFF\xFE", 2);
+        bytesAnhaengen(ziel, "\xFF\xFE", 2);
         einzelnAnhaengen(ziel, text);
     } else {
-        ziel.append(reinterpret_cast<const char*>(text.utf16()), text.size() * 2);
+        bytesAnhaengen(ziel, text.utf16(), text.size() * 2);
     }
 }
 

@@ -51,8 +51,9 @@ std::vector<QByteArrayView> variableWerte(const Tabelle& tabelle, const Rohsicht
 
 // Behind the values: the end of the last one, then the starts backwards, then their number.
 void stellenAnhaengen4(QByteArray& zeile, const std::vector<qsizetype>& stellen) {
-    for (size_t i = stellen.size(); i-- > 0;) u16Anhaengen(zeile, quint16(stellen[i]));
-    u16Anhaengen(zeile, quint16(stellen.size() - 1));
+    std::vector<quint16> zahlen(stellen.rbegin(), stellen.rend());
+    zahlen.push_back(quint16(stellen.size() - 1));
+    bytesAnhaengen(zeile, zahlen.data(), qsizetype(zahlen.size() * sizeof(quint16)));
 }
 
 // Jump entry j: the first place in the list (the end counting as the last) that lies at 256 * j or beyond.
@@ -126,7 +127,7 @@ QByteArray zeileBauen(const Format& format, const Tabelle& tabelle, const Rohsic
         stellen.reserve(size_t(tabelle.variable) + 1);
         for (const QByteArrayView wert : variableWerte(tabelle, werte)) {
             stellen.push_back(zeile.size());
-            zeile.append(wert);
+            bytesAnhaengen(zeile, wert.data(), wert.size());
         }
         stellen.push_back(zeile.size());
         if (format.jet4)

@@ -16,6 +16,7 @@ Zeilenschreiber::Zeilenschreiber(Seitendatei& datei, Seitenvergabe& vergabe, con
       tabelle_(tabelle),
       lange_(tabelle.spalten.size()),
       puffer_(tabelle.spalten.size()),
+      felder_(tabelle.spalten.size()),
       inhalte_(tabelle.spalten.size()) {
     for (size_t i = 0; i < lange_.size(); ++i)
         if (tabelle.spalten[i].istLang()) lange_[i] = std::make_unique<Langwertbau>(datei, vergabe);
@@ -57,14 +58,16 @@ void Zeilenschreiber::zeileZuLang() const {
             .arg(datei_.format().laengsteZeile));
 }
 
-// The values of the row with the fields of the long ones, which `felder` keeps.
-Rohsichten Zeilenschreiber::mitLangen(Rohwerte& felder) {
+// The values of the row with the fields of the long ones.
+const Rohsichten& Zeilenschreiber::mitLangen() {
     const int grenze = inlineGrenze();
-    Rohsichten werte = inhalte_;
-    felder.resize(werte.size());
-    for (size_t i = 0; i < werte.size(); ++i)
-        if (lange_[i] && werte[i]) werte[i] = felder[i].emplace(lange_[i]->feld(puffer_[i], grenze));
-    return werte;
+    werte_ = inhalte_;
+    for (size_t i = 0; i < werte_.size(); ++i) {
+        if (!lange_[i] || !werte_[i]) continue;
+        felder_[i] = lange_[i]->feld(puffer_[i], grenze);
+        werte_[i] = felder_[i];
+    }
+    return werte_;
 }
 
 void Zeilenschreiber::autowertMerken(const engine::Zeile& zeile) {
@@ -79,8 +82,7 @@ void Zeilenschreiber::autowertMerken(const engine::Zeile& zeile) {
 
 Zeilenort Zeilenschreiber::schreiben(const engine::Zeile& zeile) {
     inhalteBilden(zeile);
-    Rohwerte felder;
-    const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, mitLangen(felder));
+    const QByteArray bytes = zeileBauen(datei_.format(), tabelle_, mitLangen());
     if (!bau_ || !bau_->passt(bytes.size())) {
         abschliessen();
         Atempause();

@@ -42,7 +42,7 @@ class Zeilenschreiber {
 
   private:
     void inhalteBilden(const engine::Zeile& zeile);
-    Rohsichten mitLangen(Rohwerte& felder);
+    const Rohsichten& mitLangen();
     int inlineGrenze() const;
     void autowertMerken(const engine::Zeile& zeile);
     [[noreturn]] void zeileZuLang() const;
@@ -52,7 +52,9 @@ class Zeilenschreiber {
     const Tabelle& tabelle_;
     std::vector<std::unique_ptr<Langwertbau>> lange_;  // by column, none for other types
     std::vector<QByteArray> puffer_;                   // by column: the bytes that inhalte_ looks at
+    std::vector<QByteArray> felder_;                   // the same of long values, for werte_
     Rohsichten inhalte_;
+    Rohsichten werte_;
     std::vector<quint32> besitz_;
     std::optional<Datenseitenbau> bau_;  // the last page of besitz_
     quint32 anzahl_ = 0;
