@@ -61,13 +61,19 @@ def in_1252(zeilen):
     return [["".join(map(zeichen, w)) if isinstance(w, str) else w for w in zeile] for zeile in zeilen]
 
 
-def tabelle_uebertragen(quelle, tabelle, ziel, passwort="", anzahl=-1):
-    """Copies a table of a database into another one, without its indexes; letters stay within Windows-1252."""
+def tabelle_uebertragen(quelle, tabelle, ziel, passwort="", anzahl=-1, name=None):
+    """Copies a table of a database into another one, without its indexes; letters stay within Windows-1252.
+
+    The copy has the same name, or that of `name`.
+    """
     katalog = pruefstand("Katalog", str(quelle), "")["tabellen"]
     felder = next(t for t in katalog if t["name"] == tabelle)["felder"]
     zeilen = in_1252(pruefstand("Zeilen", str(quelle), "", tabelle, 0, anzahl))
     pruefstand(
-        "TabelleSchreiben", str(ziel), passwort, {"name": tabelle, "felder": felder, "indexe": [], "zeilen": zeilen}
+        "TabelleSchreiben",
+        str(ziel),
+        passwort,
+        {"name": name or tabelle, "felder": felder, "indexe": [], "zeilen": zeilen},
     )
 
 
