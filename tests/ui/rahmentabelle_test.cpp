@@ -416,6 +416,18 @@ class Verschwunden : public Tabellenliste {
         }
         EXPECT_FALSE(gFehler);
     }
+    // Chosen in the list that still shows it.
+    void dennochWaehlen() {
+        listen();
+        antwortenMit(Knopf::Ignorieren);
+        tabelleWaehlen(kName);
+        meldungen.clear();
+    }
+    void einmalGemeldetUndNeuGelistet(const QString& text) {
+        EXPECT_EQ(meldungen.size(), 1u);
+        alleMeldungenLauten(text);
+        EXPECT_FALSE(tabellen().contains(kName));
+    }
     const QString kName = QStringLiteral("Fort");
     const QString kAnzeigen = QStringLiteral("Fehler beim Anzeigen der Tabelle 'Fort'.");
     const QString kLoeschen = QStringLiteral("Fehler beim Löschen der Tabelle 'Fort'.");
@@ -448,10 +460,7 @@ TEST_F(Verschwunden, WiederholenZeigtSieWennSieWiederDaIst) {
 }
 
 TEST_F(Verschwunden, AbbrechenVerlaesstDasLoeschen) {
-    listen();
-    antwortenMit(Knopf::Ignorieren);
-    tabelleWaehlen(kName);
-    meldungen.clear();
+    dennochWaehlen();
     antwortenMit(Knopf::Abbrechen);
     loeschen();
     EXPECT_EQ(meldungen.size(), 1u);
@@ -461,25 +470,15 @@ TEST_F(Verschwunden, AbbrechenVerlaesstDasLoeschen) {
 }
 
 TEST_F(Verschwunden, IgnorierenListetNachDemLoeschenNeu) {
-    listen();
-    antwortenMit(Knopf::Ignorieren);
-    tabelleWaehlen(kName);
-    meldungen.clear();
+    dennochWaehlen();
     loeschen();
-    EXPECT_EQ(meldungen.size(), 1u);
-    alleMeldungenLauten(kLoeschen);
-    EXPECT_FALSE(tabellen().contains(kName));
+    einmalGemeldetUndNeuGelistet(kLoeschen);
 }
 
 TEST_F(Verschwunden, IgnorierenListetNachDemUmbenennenNeu) {
-    listen();
-    antwortenMit(Knopf::Ignorieren);
-    tabelleWaehlen(kName);
-    meldungen.clear();
+    dennochWaehlen();
     umbenennen();
-    EXPECT_EQ(meldungen.size(), 1u);
-    alleMeldungenLauten(kUmbenennen);
-    EXPECT_FALSE(tabellen().contains(kName));
+    einmalGemeldetUndNeuGelistet(kUmbenennen);
 }
 
 TEST_F(Tabellenliste, ZurueckVomVorgangLiestSieNeu) {
