@@ -5,21 +5,10 @@
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
-#include <exception>
 #include <functional>
 #include <optional>
 
-// A command that cannot be carried out; the text goes back as the answer's error.
-class Abgelehnt : public std::exception {
-  public:
-    explicit Abgelehnt(QString text) : text_(std::move(text)), bytes_(text_.toUtf8()) {}
-    const QString& text() const { return text_; }
-    const char* what() const noexcept override { return bytes_.constData(); }
-
-  private:
-    QString text_;
-    QByteArray bytes_;
-};
+#include "abgelehnt.h"
 
 // Asked again and again, from the event loop, until it gives the command's result. May raise Abgelehnt. It
 // must not do anything that could open a window: what acts on the program goes into the event queue.

@@ -75,7 +75,7 @@ QJsonArray aufbereiten(dao::Recordset& satz, const std::vector<Spalte>& spalten)
     for (const Spalte& spalte : spalten)
         if (!FeldIgnoriert(spalte.zuordnung)) satz.Fields(stelle++).setValue(spalte.wert);
     DatensatzAufbereiten(satz, AufbereitungenFuer(gSuchZuordnung));
-    if (gFehler) throw Bedienfehler(stummesFenster().meldungAbholen());
+    if (gFehler) throw Abgelehnt(stummesFenster().meldungAbholen());
     QJsonArray werte;
     for (int i = 0; i < satz.FieldsCount(); ++i) werte += JsonAusWert(satz.Fields(i).Value());
     return werte;
@@ -131,7 +131,7 @@ QJsonValue datensatzEntmuellen(const Argumente& a) {
     satz->Fields(QString::fromUtf16(kTempDss)).setValue(int(kStatusNormal));
     satz->Fields(QString::fromUtf16(kTempAmk)).setValue(QString());
     DatensatzEntmuellen(*satz);
-    if (gFehler) throw Bedienfehler(stummesFenster().meldungAbholen());
+    if (gFehler) throw Abgelehnt(stummesFenster().meldungAbholen());
     return QJsonObject{{"TEMP_DSS", JsonAusWert(satz->Fields(QString::fromUtf16(kTempDss)).Value())},
                        {"TEMP_AMK", JsonAusWert(satz->Fields(QString::fromUtf16(kTempAmk)).Value())}};
 }

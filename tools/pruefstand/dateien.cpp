@@ -129,7 +129,7 @@ void zeilenSchreiben(dao::Recordset& satz, const QJsonArray& zeilen) {
     for (const QJsonValue& element : zeilen) {
         const QJsonArray zeile = element.toArray();
         if (zeile.size() != satz.FieldsCount())
-            throw Bedienfehler(QStringLiteral("Eine Zeile hat %1 Werte.").arg(zeile.size()));
+            throw Abgelehnt(QStringLiteral("Eine Zeile hat %1 Werte.").arg(zeile.size()));
         satz.AddNew();
         for (int s = 0; s < satz.FieldsCount(); ++s) satz.Fields(s).setValue(WertAusJson(zeile[s]));
         satz.Update();

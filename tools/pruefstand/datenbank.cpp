@@ -9,14 +9,14 @@
 OffeneDatenbank::OffeneDatenbank(const QString& pfad, const QString& passwort) {
     FensterSetzen(&stummesFenster());
     gSystemmeldungZeigen = true;
-    if (!DateiVorhanden(pfad)) throw Bedienfehler(QStringLiteral("Datei kann nicht geöffnet werden."));
+    if (!DateiVorhanden(pfad)) throw Abgelehnt(QStringLiteral("Datei kann nicht geöffnet werden."));
     if (!gArbeitsbereich)
         gArbeitsbereich =
             dao::DBEngine::CreateWorkspace(QStringLiteral("Pruefstand"), QStringLiteral("Admin"), QString());
     DatenbankOeffnen(pfad, passwort, gDatenbank);
     if (!gFehler) return;
     gDatenbank.reset();
-    throw Bedienfehler(stummesFenster().meldungAbholen());
+    throw Abgelehnt(stummesFenster().meldungAbholen());
 }
 
 OffeneDatenbank::~OffeneDatenbank() {
@@ -25,5 +25,5 @@ OffeneDatenbank::~OffeneDatenbank() {
 }
 
 void OffeneDatenbank::sichern() const {
-    if (!DatenbankSichern()) throw Bedienfehler(stummesFenster().meldungAbholen());
+    if (!DatenbankSichern()) throw Abgelehnt(stummesFenster().meldungAbholen());
 }

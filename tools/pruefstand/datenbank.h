@@ -4,7 +4,7 @@
 #include "run/zustand.h"
 #include "werte.h"
 
-// Opens as the program does on its second frame; raises Bedienfehler with the message that the user would
+// Opens as the program does on its second frame; raises Abgelehnt with the message that the user would
 // read. Closes without saving.
 class OffeneDatenbank {
   public:
@@ -14,6 +14,6 @@ class OffeneDatenbank {
     OffeneDatenbank& operator=(const OffeneDatenbank&) = delete;
 
     dao::Database* operator->() const { return gDatenbank.get(); }
-    // Brings the file up to date; raises Bedienfehler when that does not succeed.
+    // Brings the file up to date; raises Abgelehnt when that does not succeed.
     void sichern() const;
 };

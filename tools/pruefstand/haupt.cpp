@@ -31,9 +31,9 @@ Operationen alleOperationen() {
 QJsonValue ausfuehren(const Operationen& operationen, const QJsonObject& auftrag) {
     const QString name = auftrag.value("op").toString();
     const auto operation = operationen.find(name);
-    if (operation == operationen.end()) throw Bedienfehler("Unbekannte Operation: " + name);
+    if (operation == operationen.end()) throw Abgelehnt("Unbekannte Operation: " + name);
     if (!auftrag.value("args").isArray() && auftrag.contains("args"))
-        throw Bedienfehler(QStringLiteral("args ist keine Liste."));
+        throw Abgelehnt(QStringLiteral("args ist keine Liste."));
     return (*operation)(Argumente(auftrag.value("args").toArray()));
 }
 
@@ -42,9 +42,9 @@ QJsonObject beantworten(const Operationen& operationen, const QByteArray& zeile)
     const QJsonDocument dokument = QJsonDocument::fromJson(zeile, &lesefehler);
     QJsonObject antwort{{"id", dokument.object().value("id")}};
     try {
-        if (!dokument.isObject()) throw Bedienfehler("Kein JSON-Objekt: " + lesefehler.errorString());
+        if (!dokument.isObject()) throw Abgelehnt("Kein JSON-Objekt: " + lesefehler.errorString());
         antwort["result"] = ausfuehren(operationen, dokument.object());
-    } catch (const Bedienfehler& fehler) {
+    } catch (const Abgelehnt& fehler) {
         antwort["error"] = fehler.text();
     } catch (const EngineFehler& fehler) {
         antwort["error"] = QStringLiteral("%1: %2").arg(fehler.nummer()).arg(fehler.beschreibung());

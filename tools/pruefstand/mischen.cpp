@@ -23,7 +23,7 @@ QJsonValue datensatzErgaenzen(const Argumente& a) {
         return stelle < 0 ? nullptr : &zeile.at(size_t(stelle));
     };
     if (zeile.size() != zuordnung2.size())
-        throw Bedienfehler(QStringLiteral("Die Zeile hat andere Spalten als ihre Zuordnung."));
+        throw Abgelehnt(QStringLiteral("Die Zeile hat andere Spalten als ihre Zuordnung."));
     QJsonArray werte;
     for (const QJsonValue& element : a.liste(0)) {
         const QJsonObject feld = element.toObject();

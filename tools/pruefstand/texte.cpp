@@ -8,7 +8,7 @@ namespace {
 
 QString suchtext(const Argumente& argumente) {
     const QString suche = argumente.text(1);
-    if (suche.isEmpty()) throw Bedienfehler(QStringLiteral("Der gesuchte Text darf nicht leer sein."));
+    if (suche.isEmpty()) throw Abgelehnt(QStringLiteral("Der gesuchte Text darf nicht leer sein."));
     return suche;
 }
 

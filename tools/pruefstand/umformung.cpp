@@ -7,7 +7,7 @@ namespace {
 
 QJsonValue splitten(const Argumente& a) {
     const int typ = a.ganzzahl(0);
-    if (typ < 0 || typ > 5) throw Bedienfehler(QStringLiteral("Es gibt keinen Typ %1.").arg(typ));
+    if (typ < 0 || typ > 5) throw Abgelehnt(QStringLiteral("Es gibt keinen Typ %1.").arg(typ));
     const QString trennzeichen = a.wert(3).istText() ? a.text(3) : QString();
     QJsonArray werte;
     for (const Wert& teil : Splitten(Splittart(typ), a.wert(1), a.wert(2), trennzeichen))

@@ -20,7 +20,7 @@ Zeile zeileAus(const QJsonValue& json, const FeldZuordnungen& zuordnungen) {
     const auto spalten = std::count_if(zuordnungen.begin(), zuordnungen.end(),
                                        [](const FeldZuordnung& z) { return !FeldIgnoriert(z); });
     if (!json.isArray() || qsizetype(zeile.size()) != spalten)
-        throw Bedienfehler(QStringLiteral("Eine Zeile ist eine Liste von %1 Werten.").arg(spalten));
+        throw Abgelehnt(QStringLiteral("Eine Zeile ist eine Liste von %1 Werten.").arg(spalten));
     return zeile;
 }
 
@@ -88,7 +88,7 @@ QJsonValue datensaetzeVergleichen(const Argumente& a) {
 // Two whole numbers of 32 bits.
 std::pair<qint32, qint32> zahlenpaar(const QJsonValue& json) {
     const Argumente paar(json.toArray());
-    if (paar.anzahl() != 2) throw Bedienfehler(QStringLiteral("Erwartet sind zwei Zahlen."));
+    if (paar.anzahl() != 2) throw Abgelehnt(QStringLiteral("Erwartet sind zwei Zahlen."));
     return {paar.ganzzahl(0), paar.ganzzahl(1)};
 }
 
@@ -124,7 +124,7 @@ void VergleichAnmelden(Operationen& operationen) {
     };
     operationen["ZiffernFiltern"] = [](const Argumente& a) { return QJsonValue(ZiffernFiltern(a.wert(0))); };
     operationen["WortEntfernen"] = [](const Argumente& a) {
-        if (a.text(1).isEmpty()) throw Bedienfehler(QStringLiteral("Das Wort darf nicht leer sein."));
+        if (a.text(1).isEmpty()) throw Abgelehnt(QStringLiteral("Das Wort darf nicht leer sein."));
         return JsonAusWert(WortEntfernen(a.wert(0), a.text(1)));
     };
     operationen["WoerterVergleichen"] = [](const Argumente& a) {

@@ -14,7 +14,7 @@ const QDate kNulltag(1899, 12, 30);
 // The time of day counts forwards also in front of day 0, where whole days count backwards.
 Wert momentAus(const QString& text) {
     const QDateTime moment = QDateTime::fromString(text, Qt::ISODateWithMs);
-    if (!moment.isValid()) throw Bedienfehler("Kein Zeitpunkt: " + text);
+    if (!moment.isValid()) throw Abgelehnt("Kein Zeitpunkt: " + text);
     const double tag = double(kNulltag.daysTo(moment.date()));
     const double zeit = moment.time().msecsSinceStartOfDay() / kMillisekundenAmTag;
     return Wert(DatumZeit{tag < 0 ? tag - zeit : tag + zeit});
@@ -33,8 +33,7 @@ Wert wertAusObjekt(const QJsonObject& objekt) {
     if (objekt.value("datum").isString()) return momentAus(objekt.value("datum").toString());
     if (objekt.value("bytes").isString())
         return Wert(QByteArray::fromBase64(objekt.value("bytes").toString().toLatin1()));
-    throw Bedienfehler("Kein Wert: " +
-                       QString::fromUtf8(QJsonDocument(objekt).toJson(QJsonDocument::Compact)));
+    throw Abgelehnt("Kein Wert: " + QString::fromUtf8(QJsonDocument(objekt).toJson(QJsonDocument::Compact)));
 }
 
 Wert zahlAus(const QJsonValue& json) {
@@ -42,8 +41,8 @@ Wert zahlAus(const QJsonValue& json) {
     return zahl.typeId() == QMetaType::LongLong ? Wert(zahl.toLongLong()) : Wert(json.toDouble());
 }
 
-Bedienfehler falscheArt(qsizetype nummer, const char* erwartet) {
-    return Bedienfehler(
+Abgelehnt falscheArt(qsizetype nummer, const char* erwartet) {
+    return Abgelehnt(
         QStringLiteral("Argument %1: erwartet ist %2.").arg(nummer + 1).arg(QString::fromUtf8(erwartet)));
 }
 
@@ -62,7 +61,7 @@ Wert WertAusJson(const QJsonValue& json) {
         case QJsonValue::Object:
             return wertAusObjekt(json.toObject());
         default:
-            throw Bedienfehler(QStringLiteral("Kein Wert."));
+            throw Abgelehnt(QStringLiteral("Kein Wert."));
     }
 }
 
@@ -93,12 +92,12 @@ QJsonValue JsonAusWert(const Wert& wert) {
 FeldZuordnung ZuordnungAusJson(const QJsonValue& json) {
     const QJsonArray paar = json.toArray();
     if (paar.size() != 2 || !paar[0].isDouble() || !paar[1].isDouble())
-        throw Bedienfehler(QStringLiteral("Eine Zuordnung ist [Gruppe,Maske]."));
+        throw Abgelehnt(QStringLiteral("Eine Zuordnung ist [Gruppe,Maske]."));
     return {qint16(paar[0].toInt()), qint16(paar[1].toInt())};
 }
 
 QJsonValue Argumente::json(qsizetype nummer) const {
-    if (nummer >= werte_.size()) throw Bedienfehler(QStringLiteral("Argument %1 fehlt.").arg(nummer + 1));
+    if (nummer >= werte_.size()) throw Abgelehnt(QStringLiteral("Argument %1 fehlt.").arg(nummer + 1));
     return werte_[nummer];
 }
 

@@ -5,32 +5,20 @@
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QString>
-#include <exception>
 
+#include "abgelehnt.h"
 #include "base/wert.h"
 #include "fields/feldarten.h"
 
-// An operation was called with something it cannot use; the text goes back as the answer's error.
-class Bedienfehler : public std::exception {
-  public:
-    explicit Bedienfehler(QString text) : text_(std::move(text)), bytes_(text_.toUtf8()) {}
-    const QString& text() const { return text_; }
-    const char* what() const noexcept override { return bytes_.constData(); }
-
-  private:
-    QString text_;
-    QByteArray bytes_;
-};
-
 // Text a string, a number a number (whole ones stay whole), Null null, Empty {"leer":true}, Boolean true or
-// false, a moment {"datum":"2001-12-31T08:15:00"}, bytes {"bytes":"<base64>"}. Raises Bedienfehler for
+// false, a moment {"datum":"2001-12-31T08:15:00"}, bytes {"bytes":"<base64>"}. Raises Abgelehnt for
 // anything else.
 Wert WertAusJson(const QJsonValue& json);
 QJsonValue JsonAusWert(const Wert& wert);
 
 FeldZuordnung ZuordnungAusJson(const QJsonValue& json);
 
-// What a line hands to an operation, by position from 0. Each access raises Bedienfehler when the argument is
+// What a line hands to an operation, by position from 0. Each access raises Abgelehnt when the argument is
 // missing or of another kind.
 class Argumente {
   public:

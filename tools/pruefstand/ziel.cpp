@@ -14,7 +14,7 @@ QStringList namen(const QJsonArray& liste) {
 QJsonValue zielname(const Argumente& a) {
     const Argumente tag(a.liste(2));
     const QDate datum(tag.ganzzahl(2), tag.ganzzahl(1), tag.ganzzahl(0));
-    if (!datum.isValid()) throw Bedienfehler(QStringLiteral("Kein Datum."));
+    if (!datum.isValid()) throw Abgelehnt(QStringLiteral("Kein Datum."));
     return ZielnameBilden(a.text(0), namen(a.liste(1)), datum);
 }
 
