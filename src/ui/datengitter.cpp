@@ -39,25 +39,38 @@ class Abweichungsmaler : public QStyledItemDelegate {
     }
 };
 
-// A heading whose caption is too long for its column is written smaller, as far as it can be read.
+// A heading whose caption is too long for its column is written smaller, as far as it can be read, and ends
+// in points where even that is too long.
 class Kopfzeile : public QHeaderView {
   public:
     using QHeaderView::QHeaderView;
 
   protected:
+    void initStyleOptionForIndex(QStyleOptionHeader* stil, int spalte) const override {
+        QHeaderView::initStyleOptionForIndex(stil, spalte);
+        stil->fontMetrics = QFontMetrics(schriftFuer(spalte));
+        stil->text = stil->fontMetrics.elidedText(stil->text, Qt::ElideRight,
+                                                  std::max(0, sectionSize(spalte) - kRand));
+    }
     void paintSection(QPainter* maler, const QRect& rechteck, int spalte) const override {
+        maler->save();
+        maler->setFont(schriftFuer(spalte));
+        QHeaderView::paintSection(maler, rechteck, spalte);
+        maler->restore();
+    }
+
+  private:
+    static constexpr int kRand = 8;
+
+    QFont schriftFuer(int spalte) const {
         constexpr qreal kKleinste = 0.7;
-        constexpr int kRand = 8;
         const QString text = model()->headerData(spalte, orientation()).toString();
         const int breite = fontMetrics().horizontalAdvance(text) + kRand;
         QFont schrift = font();
-        if (breite > rechteck.width())
+        if (breite > sectionSize(spalte))
             schrift.setPointSizeF(schrift.pointSizeF() *
-                                  std::max(kKleinste, qreal(rechteck.width()) / breite));
-        maler->save();
-        maler->setFont(schrift);
-        QHeaderView::paintSection(maler, rechteck, spalte);
-        maler->restore();
+                                  std::max(kKleinste, qreal(sectionSize(spalte)) / breite));
+        return schrift;
     }
 };
 
@@ -104,7 +117,6 @@ Datengitter::Datengitter(QWidget* eltern) : QTableView(eltern) {
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
     setHorizontalHeader(new Kopfzeile(Qt::Horizontal, this));
     horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setTextElideMode(Qt::ElideRight);
     horizontalHeader()->setSectionsClickable(false);
 }
 

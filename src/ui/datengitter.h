@@ -13,7 +13,6 @@ class Datengitter : public QTableView {
 
     // The control to show; it must outlive the grid.
     void setDataSource(Datensteuerung* daten);
-    Datensteuerung* DataSource() const { return daten_; }
 
     // Columns count from 0; widths are in twips, 1440 to the inch.
     void setColumnCaption(int spalte, const QString& text);

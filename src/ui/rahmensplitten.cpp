@@ -56,8 +56,9 @@ RahmenSplitten::RahmenSplitten()
       tbxSplitten3(namensfeld(QStringLiteral("tbxSplitten3"), QStringLiteral("Name des 3. neuen Feldes"))),
       chkSplittenLöschen(Neu<QCheckBox>(QStringLiteral("chkSplittenLöschen"),
                                         QStringLiteral("Die &ursprünglichen Felder werden gelöscht."))) {
-    for (QWidget* element : std::initializer_list<QWidget*>{lblSplitten3, cbxSplitten2, tbxSplitten3,
-                                                            shpSplitten_Verdeutlichung})
+    for (QWidget* element :
+         std::initializer_list<QWidget*>{lblSplitten3, cbxSplitten2, tbxSplitten3, shpSplitten_Verdeutlichung,
+                                         lblSplitten4, tbxSplitten_Trennzeichen})
         PlatzBehalten(element);
     cbxSplittenTypus->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     anordnen();

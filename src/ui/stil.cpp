@@ -4,6 +4,7 @@
 #include <QAbstractScrollArea>
 #include <QPainter>
 #include <QStyleOption>
+#include <algorithm>
 
 #include "ui/bausteine.h"
 
@@ -69,25 +70,41 @@ void gruppeMalen(const QStyleOptionGroupBox& kasten, QPainter* maler, const QWid
 }
 
 void fokusrahmenMalen(const QStyleOption& stil, QPainter* maler) {
-    constexpr qreal kStift = 2;
+    // On a chosen row the highlight itself would not be seen; a thin line inside leaves the row its size.
+    const bool gewaehlt = stil.state & QStyle::State_Selected;
+    const qreal stift = gewaehlt ? 1 : 2, abstand = gewaehlt ? 1.5 : 1;
     maler->save();
     maler->setRenderHint(QPainter::Antialiasing);
-    // On a chosen row the highlight itself would not be seen.
-    const bool gewaehlt = stil.state & QStyle::State_Selected;
     maler->setPen(
-        QPen(stil.palette.color(gewaehlt ? QPalette::HighlightedText : QPalette::Highlight), kStift));
+        QPen(stil.palette.color(gewaehlt ? QPalette::HighlightedText : QPalette::Highlight), stift));
     maler->setBrush(Qt::NoBrush);
-    maler->drawRoundedRect(QRectF(stil.rect).adjusted(1, 1, -1, -1), 2, 2);
+    maler->drawRoundedRect(QRectF(stil.rect).adjusted(abstand, abstand, -abstand, -abstand), 2, 2);
     maler->restore();
+}
+
+// What is `mass` pixels of the screen beside a text of the usual size.
+int mitText(int mass, const QWidget* widget) {
+    return std::max(mass, metrik(widget).height() * 4 / 5);
 }
 
 // The handle stands as far from the middle as the ticks are; the style leaves less room than that for its
 // edge.
 QSize mitPlatzFuerGriff(const QSize& groesse, const QStyleOptionSlider& regler, const Stil& stil,
                         const QWidget* widget) {
-    const int dicke = stil.pixelMetric(QStyle::PM_SliderThickness, &regler, widget) +
-                      2 * stil.pixelMetric(QStyle::PM_SliderTickmarkOffset, &regler, widget);
+    const int breite = stil.pixelMetric(QStyle::PM_SliderThickness, &regler, widget) +
+                       2 * stil.pixelMetric(QStyle::PM_SliderTickmarkOffset, &regler, widget);
+    const int dicke = breite | 1;  // an even one has no middle
     return groesse.expandedTo(regler.orientation == Qt::Horizontal ? QSize(0, dicke) : QSize(dicke, 0));
+}
+
+// A name that is too long for its list ends in points.
+QStyleOptionComboBox mitPunkten(QStyleOptionComboBox liste, const Stil& stil, const QWidget* widget) {
+    constexpr int kRand = 4;
+    const int platz =
+        stil.subControlRect(QStyle::CC_ComboBox, &liste, QStyle::SC_ComboBoxEditField, widget).width() -
+        kRand;
+    liste.currentText = liste.fontMetrics.elidedText(liste.currentText, Qt::ElideRight, platz);
+    return liste;
 }
 
 }  // namespace
@@ -104,6 +121,11 @@ void Stil::drawComplexControl(ComplexControl art, const QStyleOptionComplex* sti
 
 void Stil::drawControl(ControlElement art, const QStyleOption* stil, QPainter* maler,
                        const QWidget* widget) const {
+    if (art == CE_ComboBoxLabel)
+        if (const auto* liste = qstyleoption_cast<const QStyleOptionComboBox*>(stil)) {
+            const QStyleOptionComboBox gekuerzt = mitPunkten(*liste, *this, widget);
+            return QProxyStyle::drawControl(art, &gekuerzt, maler, widget);
+        }
     QProxyStyle::drawControl(art, stil, maler, widget);
     // A list without a chosen row shows by its frame that it has the focus.
     if (art == CE_ShapedFrame && (stil->state & State_HasFocus) &&
@@ -156,13 +178,25 @@ QSize Stil::sizeFromContents(ContentsType art, const QStyleOption* stil, const Q
     }
 }
 
+// What the style measures in pixels of the screen grows with the text, where that is large.
 int Stil::pixelMetric(PixelMetric art, const QStyleOption* stil, const QWidget* widget) const {
+    const int mass = QProxyStyle::pixelMetric(art, stil, widget);
     switch (art) {
         case PM_LayoutHorizontalSpacing:
             return metrik(widget).height() * 3 / 4;
         case PM_LayoutVerticalSpacing:
             return metrik(widget).height() / 2;
+        case PM_IndicatorWidth:
+        case PM_IndicatorHeight:
+        case PM_ExclusiveIndicatorWidth:
+        case PM_ExclusiveIndicatorHeight:
+        case PM_ButtonIconSize:
+        case PM_SliderLength:
+        case PM_SliderThickness:
+            return mitText(mass, widget);
+        case PM_MessageBoxIconSize:
+            return std::max(mass, metrik(widget).height() * 2);
         default:
-            return QProxyStyle::pixelMetric(art, stil, widget);
+            return mass;
     }
 }
