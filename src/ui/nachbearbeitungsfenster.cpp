@@ -24,6 +24,17 @@ namespace {
 
 constexpr int kZeile = 3;  // layout rows of one grid: label, grid, and the gap below it
 
+// Its shortcut acts at once. The toolkit would click some moments later, when another row may be the current
+// one.
+class Bildknopf : public QPushButton {
+  protected:
+    bool event(QEvent* ereignis) override {
+        if (ereignis->type() != QEvent::Shortcut) return QPushButton::event(ereignis);
+        click();
+        return true;
+    }
+};
+
 QPushButton* textknopf(const QString& name, const QString& text) {
     auto* knopf = Neu<QPushButton>(name, text);
     knopf->setAutoDefault(false);
@@ -70,7 +81,7 @@ Datengitter* Nachbearbeitungsfenster::gitterMit(const QString& name, const QStri
 // A button that is a picture only; its shortcut stands in the tool tip.
 QPushButton* Nachbearbeitungsfenster::bildknopf(const QString& name, const QString& bild,
                                                 const QString& zweck, const QString& kuerzel) {
-    auto* knopf = Neu<QPushButton>(name);
+    auto* knopf = Neu<Bildknopf>(name);
     const int kante = knopf->fontMetrics().height() * 2;
     knopf->setIcon(QIcon(QStringLiteral(":/symbole/") + bild));
     knopf->setIconSize({kante, kante});

@@ -285,6 +285,19 @@ TEST_F(Nachbearbeitung, MenuetasteUndUmschaltF10SindDerRechtsklickDerTastatur) {
     EXPECT_EQ(stand(), kAnfang);
 }
 
+// A key that follows at once must not move what the first one was meant for to another group.
+TEST_F(Nachbearbeitung, DieKuerzelDerKnoepfeWirkenSofort) {
+    zeigen();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frm.get()));
+    QTest::keyClick(frm.get(), Qt::Key_2, Qt::AltModifier);
+    QTest::keyClick(frm->dgdAngereichert, Qt::Key_Down);
+    EXPECT_EQ(stand({13, 22}), u"13: 4 5 6 7 8 | 22: 2 3");
+    QTest::keyClick(frm.get(), Qt::Key_1, Qt::AltModifier);
+    EXPECT_EQ(stand({21, 22}), u"21: 101 102 103 | 22: 2 3");
+    QTest::keyClick(frm.get(), Qt::Key_3, Qt::AltModifier);
+    EXPECT_EQ(stand(), kAnfang);
+}
+
 // The end.
 TEST_F(Nachbearbeitung, FertigMitLeererListeStelltZweiFragen) {
     zeigen();
