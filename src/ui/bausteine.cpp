@@ -1,6 +1,12 @@
 // Small things that every window is built from.
 #include "ui/bausteine.h"
 
+namespace {
+
+constexpr QChar kBruchstelle(0x200B);  // the blank of no width
+
+}  // namespace
+
 QString ElementName(const QString& feld, int index) {
     return QStringLiteral("%1_%2").arg(feld).arg(index);
 }
@@ -45,6 +51,31 @@ int PixelAusTwips(int twips, const QWidget* widget) {
 
 QString OhneKuerzel(QString text) {
     return text.replace(u'&', QStringLiteral("&&"));
+}
+
+QString AlsZeilen(QString text) {
+    return text.replace(QStringLiteral("\r\n"), QStringLiteral("\n")).replace(u'\r', u'\n');
+}
+
+QString MitBruchstellen(const QString& text, const QFontMetrics& schrift, int breite) {
+    QString ergebnis;
+    for (qsizetype anfang = 0; anfang < text.size();) {
+        qsizetype ende = anfang;
+        while (ende < text.size() && !text[ende].isSpace()) ++ende;
+        const QString wort = text.mid(anfang, ende - anfang);
+        const bool zuBreit = schrift.horizontalAdvance(wort) > breite;
+        for (const QChar zeichen : wort) {
+            ergebnis += zeichen;
+            if (zuBreit && !zeichen.isHighSurrogate()) ergebnis += kBruchstelle;
+        }
+        for (anfang = ende; anfang < text.size() && text[anfang].isSpace(); ++anfang)
+            ergebnis += text[anfang];
+    }
+    return ergebnis;
+}
+
+QString OhneBruchstellen(QString text) {
+    return text.remove(kBruchstelle);
 }
 
 bool IstDunkel(const QPalette& farben) {

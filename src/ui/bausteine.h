@@ -36,6 +36,14 @@ int PixelAusTwips(int twips, const QWidget* widget);
 // A text for a place where "&" would mark a key: as it stands.
 QString OhneKuerzel(QString text);
 
+// The text with its lines as the toolkit ends them: a carriage return alone, or with a line feed, is one end.
+QString AlsZeilen(QString text);
+
+// The text with places to break, which show nothing, in every word that is wider than `breite` pixels: a
+// label breaks nowhere else. And the text without them.
+QString MitBruchstellen(const QString& text, const QFontMetrics& schrift, int breite);
+QString OhneBruchstellen(QString text);
+
 // True on a desktop with light text on dark ground.
 bool IstDunkel(const QPalette& farben);
 // Between two colours: `anteil` 0 is the first, 1 the second one.

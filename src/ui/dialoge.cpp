@@ -71,10 +71,6 @@ void knoepfeAnlegen(QMessageBox& kasten, const Meldung& meldung) {
     }
 }
 
-QString alsZeilen(QString text) {
-    return text.replace(u'\r', u'\n');
-}
-
 // The toolkit makes no box wider; a label that insists on more is cut off.
 int groessteBreite(const QMessageBox& kasten) {
     constexpr int kKleinerSchirm = 1024, kDaneben = 480, kGroesste = 1000;
@@ -82,13 +78,16 @@ int groessteBreite(const QMessageBox& kasten) {
     return schirm <= kKleinerSchirm ? schirm : std::min(schirm - kDaneben, kGroesste);
 }
 
-// The lines of a text stay as they are told, as far as the box may be wide enough.
+// The lines of a text stay as they are told, as far as the box may be wide enough; what is wider is wrapped.
 void zeilenErhalten(QMessageBox& kasten) {
     auto* label = kasten.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     if (!label) return;
     constexpr double kAnteil = 0.8;
-    const int text = label->fontMetrics().size(0, kasten.text()).width();
-    label->setMinimumWidth(std::min(text, int(kAnteil * groessteBreite(kasten))));
+    const QFontMetrics schrift = label->fontMetrics();
+    const int breite =
+        std::min(schrift.size(0, kasten.text()).width(), int(kAnteil * groessteBreite(kasten)));
+    label->setMinimumWidth(breite);
+    kasten.setText(MitBruchstellen(kasten.text(), schrift, breite));
 }
 
 // The dialog takes its patterns from the last brackets, with blanks between, and hides those.
@@ -159,7 +158,7 @@ Knopf MeldungAnzeigen(const Meldung& meldung) {
     kasten.setObjectName(QString::fromUtf16(kMeldungsfenster));
     kasten.setWindowTitle(meldung.titel);
     kasten.setTextFormat(Qt::PlainText);
-    kasten.setText(alsZeilen(meldung.text));
+    kasten.setText(AlsZeilen(meldung.text));
     kasten.setIcon(iconVon(meldung.symbol));
     kasten.setProperty("symbol", int(meldung.symbol));
     knoepfeAnlegen(kasten, meldung);
@@ -175,7 +174,7 @@ std::optional<QString> EingabeErfragen(const Eingabefrage& frage) {
     QInputDialog kasten(oberstesFenster());
     kasten.setObjectName(QString::fromUtf16(kEingabefenster));
     kasten.setWindowTitle(frage.titel);
-    kasten.setLabelText(OhneKuerzel(alsZeilen(frage.text)));
+    kasten.setLabelText(OhneKuerzel(AlsZeilen(frage.text)));
     kasten.setTextValue(frage.vorgabe);
     kasten.setOkButtonText(KnopfText(Knopf::Ok));
     kasten.setCancelButtonText(KnopfText(Knopf::Abbrechen));

@@ -54,7 +54,7 @@ void FensterQt::zurueckAktiv(bool aktiv) {
 }
 
 void FensterQt::information(const QString& text) {
-    haupt_.rahmenDurchfuehrung->lblInformation->setText(text);
+    haupt_.rahmenDurchfuehrung->informationZeigen(text);
 }
 
 void FensterQt::datensaetze(const QString& text) {

@@ -15,6 +15,9 @@ RahmenDurchfuehrung::RahmenDurchfuehrung()
       lblDatensätze(Textfeld(QString(), QStringLiteral("lblDatensätze"))),
       lblDauer(Textfeld(QString(), QStringLiteral("lblDauer"))),
       lblVerbleibendeZeit(Textfeld(QString(), QStringLiteral("lblVerbleibendeZeit"))) {
+    // Most of what a run says takes one line or two; what stands below keeps its place.
+    lblInformation->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    lblInformation->setMinimumHeight(2 * lblInformation->fontMetrics().lineSpacing());
     pgbTeilFortschritt->setRange(0, 100);
     pgbTeilFortschritt->setTextVisible(false);
     pgbTeilFortschritt->setAccessibleName(QStringLiteral("Fortschritt"));
@@ -38,6 +41,11 @@ RahmenDurchfuehrung::RahmenDurchfuehrung()
 
 void RahmenDurchfuehrung::fuellen(Schritte&) {
     fortschrittSetzen(0);
+}
+
+void RahmenDurchfuehrung::informationZeigen(const QString& text) {
+    const int breite = lblInformation->width();
+    lblInformation->setText(MitBruchstellen(AlsZeilen(text), lblInformation->fontMetrics(), breite));
 }
 
 void RahmenDurchfuehrung::fortschrittSetzen(float prozent) {

@@ -10,6 +10,8 @@ class RahmenDurchfuehrung : public Rahmen {
   public:
     RahmenDurchfuehrung();
     void fuellen(Schritte&) override;
+    // What the run is doing. Names that are wider than the page are wrapped.
+    void informationZeigen(const QString& text);
     // 0 to 100. The bar keeps the exact value, also between two whole percents.
     void fortschrittSetzen(float prozent);
     float fortschritt() const { return prozent_; }

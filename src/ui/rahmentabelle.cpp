@@ -40,10 +40,6 @@ QString groesseText(dao::Recordset& satz) {
     return QString::number(satz.RecordCount()) + QStringLiteral(" Datensätz(e)");
 }
 
-void beschriften(QLabel* label, QString text) {
-    label->setText(text.replace(u'\r', u'\n'));
-}
-
 }  // namespace
 
 RahmenTabelle::RahmenTabelle()
@@ -125,13 +121,14 @@ void RahmenTabelle::lstTabellen_Click() {
     s.ablauf(
         [&] {
             s.tu([&] {
-                beschriften(lblGeändert, geaendertText(gDatenbank->TableDefs().Item(name).LastUpdated()));
+                const QDateTime wann = gDatenbank->TableDefs().Item(name).LastUpdated();
+                lblGeändert->setText(AlsZeilen(geaendertText(wann)));
             });
             if (name == u" ") return;
             fenster().sanduhr(true);
             std::unique_ptr<dao::Recordset> satz;
             s.tu([&] { satz = gDatenbank->TableDefs().Item(name).OpenRecordset(); });
-            s.tu([&] { beschriften(lblGröße, groesseText(Gesetzt(satz))); });
+            s.tu([&] { lblGröße->setText(groesseText(Gesetzt(satz))); });
             s.tu([&] { Gesetzt(satz).Close(); });
         },
         [] {});

@@ -12,6 +12,7 @@
 #include <QMap>
 #include <QMenuBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QSlider>
 #include <QStackedWidget>
 #include <QStyleOptionSlider>
@@ -47,9 +48,17 @@ QRect lage(const QWidget* teil, const QWidget* fenster) {
     return QRect(teil->mapTo(fenster, QPoint(0, 0)), teil->size());
 }
 
+bool passenDieWoerter(const QLabel* label) {
+    static const QRegularExpression bruch(QStringLiteral("[\\s\\x{200B}]+"));
+    for (const QString& wort : label->text().split(bruch))
+        if (label->fontMetrics().horizontalAdvance(wort) > label->width()) return false;
+    return true;
+}
+
 bool passtLabel(const QLabel* label) {
     const QSize noetig = label->sizeHint();
-    if (label->wordWrap()) return label->heightForWidth(label->width()) <= label->height();
+    if (label->wordWrap())
+        return label->heightForWidth(label->width()) <= label->height() && passenDieWoerter(label);
     return noetig.width() <= label->width() && noetig.height() <= label->height();
 }
 

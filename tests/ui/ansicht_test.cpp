@@ -72,12 +72,34 @@ TEST_P(Ansichten, JederTypDesSplittens) {
     mitFeldern(5);
     RahmenWechseln(gRahmen, 31, false, true);
     QComboBox* typ = haupt().rahmenSplitten->cbxSplittenTypus;
-    const QRect ort = typ->geometry();
+    const QLineEdit* name = haupt().rahmenSplitten->tbxSplitten1;
+    const QRect ort = typ->geometry(), namensort = name->geometry();
     for (int i = 0; i < typ->count(); ++i) {
         typ->setCurrentIndex(i);
         AnsichtPruefen(&haupt(), bildname(QStringLiteral("splitten-%1").arg(i)));
         EXPECT_EQ(typ->geometry(), ort) << i;
+        EXPECT_EQ(name->geometry(), namensort) << i;
     }
+}
+
+// What a run says can hold names of any length.
+TEST_P(Ansichten, EinLaufMitLangenNamen) {
+    mitFeldern(5);
+    RahmenWechseln(gRahmen, 6, false, true);
+    einenLaufVortaeuschen();
+    const QSize groesse = haupt().size();
+    const QString name(64, u'W');
+    const QStringList texte{
+        QStringLiteral("Mische '%1' mit Tabelle '%1' ...").arg(name),
+        QStringLiteral("Durchsuche die Tabelle nach Dubletten ... \r\n"
+                       "Unter Sortierung der Tabelle nach \"[%1],[%1],[%1]\" im Quicksuch-Modus.")
+            .arg(name)};
+    for (const QString& text : texte) {
+        fenster().information(text);
+        AnsichtPruefen(&haupt(), bildname(QStringLiteral("lauf-%1").arg(texte.indexOf(text))));
+        EXPECT_EQ(haupt().size(), groesse);
+    }
+    RahmenWechseln(gRahmen, 3, false, true);
 }
 
 TEST_P(Ansichten, ZweihundertfuenfzigFelder) {
@@ -85,6 +107,10 @@ TEST_P(Ansichten, ZweihundertfuenfzigFelder) {
     for (const int rahmen : {7, 11, 31, 41}) {
         RahmenWechseln(gRahmen, rahmen, false, true);
         AnsichtPruefen(&haupt(), bildname(QStringLiteral("felder-250-%1").arg(rahmen)));
+        const QListWidget* felder = haupt().rahmenFelder->lstFelder;
+        if (rahmen == 7) {
+            EXPECT_EQ(felder->visualItemRect(felder->item(0)).top(), 0);
+        }
     }
 }
 

@@ -31,8 +31,8 @@ void amKasten(const std::function<void(QMessageBox&)>& aktion, const QString& da
     });
 }
 
-const Meldung kFrage{QString(), QStringLiteral("Zeile eins\rZeile zwei <b>"), Symbol::Ausrufezeichen,
-                     Knoepfe::JaNein, Knopf::Nein};
+const Meldung kFrage{QString(), QStringLiteral("Zeile eins\rZeile zwei <b>\r\nZeile drei"),
+                     Symbol::Ausrufezeichen, Knoepfe::JaNein, Knopf::Nein};
 const Meldung kFehler{QStringLiteral(" Fehler!"), QStringLiteral("Text"), Symbol::Kritisch,
                       Knoepfe::AbbrechenWiederholenIgnorieren, Knopf::Ignorieren};
 const Meldung kHinweis{QStringLiteral(" Hinweis"), QStringLiteral("Text"), Symbol::Information, Knoepfe::Ok,
@@ -41,7 +41,7 @@ const Meldung kHinweis{QStringLiteral(" Hinweis"), QStringLiteral("Text"), Symbo
 TEST(Dialoge, EineFrageZeigtIhrenTextWieErDasteht) {
     amKasten(
         [](QMessageBox& kasten) {
-            EXPECT_EQ(kasten.text(), u"Zeile eins\nZeile zwei <b>");
+            EXPECT_EQ(kasten.text(), u"Zeile eins\nZeile zwei <b>\nZeile drei");
             EXPECT_EQ(kasten.textFormat(), Qt::PlainText);
             EXPECT_EQ(kasten.icon(), QMessageBox::Warning);
             EXPECT_EQ(kasten.windowTitle(), QString());

@@ -15,11 +15,12 @@
 
 #include "befehle.h"
 #include "finden.h"
+#include "ui/bausteine.h"
 
 namespace {
 
 QString textVon(const QWidget* widget) {
-    if (const auto* label = qobject_cast<const QLabel*>(widget)) return label->text();
+    if (const auto* label = qobject_cast<const QLabel*>(widget)) return OhneBruchstellen(label->text());
     if (const auto* feld = qobject_cast<const QLineEdit*>(widget)) return feld->text();
     if (const auto* knopf = qobject_cast<const QAbstractButton*>(widget)) return knopf->text();
     if (const auto* liste = qobject_cast<const QComboBox*>(widget)) return liste->currentText();

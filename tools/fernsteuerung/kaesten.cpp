@@ -15,6 +15,7 @@
 #include "befehle.h"
 #include "eingabegeraete.h"
 #include "finden.h"
+#include "ui/bausteine.h"
 #include "ui/dialoge.h"
 
 namespace {
@@ -65,7 +66,7 @@ Vorgang meldung(const QJsonObject&) {
     if (!kasten) return Sofort(QJsonValue(QJsonValue::Null));
     QJsonObject bild = beschreiben(*kasten);
     if (const auto* frage = qobject_cast<const QMessageBox*>(kasten)) {
-        bild["text"] = frage->text();
+        bild["text"] = OhneBruchstellen(frage->text());
         bild["symbol"] = symbolVon(*frage);
     } else if (const auto* eingabe = qobject_cast<const QInputDialog*>(kasten)) {
         bild["text"] = OhneKennzeichen(eingabe->labelText());
