@@ -50,18 +50,9 @@ bool langerNameGemeldet(dao::Database& datenbank) {
     return false;
 }
 
-// Refusals that have nothing to do with format and password say themselves what to do.
+// A wrong password and a file of no known format are not told apart; every other refusal says what to do.
 bool erklaertSichSelbst(int nummer) {
-    switch (nummer) {
-        case kDateiGesperrt:
-        case kSchreibgeschuetzt:
-        case kSystemgrenze:
-        case kDatentraegerVoll:
-        case kDateifehler:
-            return true;
-        default:
-            return false;
-    }
+    return nummer != 0 && nummer != kPasswortFalsch && nummer != kDateiNichtLesbar;
 }
 
 void oeffnenFehlgeschlagen() {

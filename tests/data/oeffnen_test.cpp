@@ -187,11 +187,21 @@ TEST_F(Endungen, EinFehlschlagWirdGesagtUndLaesstKeineDatenbank) {
     EXPECT_EQ(f().meldungen[0].titel, u" Achtung!");
 }
 
+// A wrong password and an unknown format are told in the same words and no more; all else has its reason.
 TEST_F(Endungen, WasAnDerDateiLiegtWirdDazugesagt) {
-    fehler = EngineFehler(kDateiGesperrt, QStringLiteral("Ein anderes Programm hat die Datei offen."));
-    f().erwarte(kFehlschlag + QStringLiteral("\r\rEin anderes Programm hat die Datei offen."));
-    oeffnen(datei(QStringLiteral("a.mdb")));
-    EXPECT_TRUE(gFehler);
+    for (const int nummer :
+         {int(kDateiGesperrt), int(kSchreibgeschuetzt), int(kSystemgrenze), int(kBeschaedigt),
+          int(kDateifehler), int(kDateiFehlt), int(kDatentraegerVoll)}) {
+        fehler = EngineFehler(nummer, QStringLiteral("Der Grund."));
+        f().erwarte(kFehlschlag + QStringLiteral("\r\rDer Grund."));
+        oeffnen(datei(QStringLiteral("a.mdb")));
+        EXPECT_TRUE(gFehler) << nummer;
+    }
+    for (const int nummer : {int(kPasswortFalsch), int(kDateiNichtLesbar)}) {
+        fehler = EngineFehler(nummer, QStringLiteral("Der Grund."));
+        f().erwarte(kFehlschlag);
+        oeffnen(datei(QStringLiteral("a.mdb")));
+    }
 }
 
 TEST_F(Endungen, EinZweitesOeffnenErsetztAllesUndSchliesstDasErste) {

@@ -109,7 +109,7 @@ void systemfehler(const QString& pfad, const QString& was) {
         throw EngineFehler(
             kSchreibgeschuetzt,
             QStringLiteral("Die Datei '%1' oder ihr Ordner ist schreibgeschützt. Heben Sie den "
-                           "Schreibschutz auf und wählen Sie dann 'Wiederholen'.")
+                           "Schreibschutz auf und versuchen Sie es noch einmal.")
                 .arg(name));
     throw EngineFehler(kDateifehler, QStringLiteral("Die Datei '%1' kann nicht %2 werden: %3.")
                                          .arg(name, was, QString::fromLocal8Bit(std::strerror(grund))));

@@ -71,6 +71,14 @@ Tabelle tabelleOeffnen(const Ordner& ordner, const QString& datei) {
     return tabelle;
 }
 
+[[noreturn]] void keineLesbar(const std::vector<QString>& gruende) {
+    QString text = gruende.front();
+    if (gruende.size() > 1)
+        text += QStringLiteral(" Auch keine andere .dbf-Datei des Ordners (%1) ist lesbar.")
+                    .arg(gruende.size() - 1);
+    throw EngineFehler(kDateifehler, text);
+}
+
 [[noreturn]] void geaendert(const Tabelle& tabelle) {
     throw EngineFehler(
         kDateiGeaendert,
@@ -113,19 +121,18 @@ DbaseOrdner::~DbaseOrdner() = default;
 void DbaseOrdner::tabellenSuchen() {
     const Ordner ordner(ordner_);
     QStringList doppelte;
-    QString grund;
     for (const QString& datei : ordner.tabellendateien(&doppelte)) {
         try {
             tabellen_.push_back(tabelleOeffnen(ordner, datei));
         } catch (const EngineFehler& fehler) {
             QString warum = fehler.beschreibung();
             if (warum.endsWith(u'.')) warum.chop(1);
-            grund = QStringLiteral("Die Datei '%1' kann nicht als dBase-Tabelle gelesen werden: %2.")
-                        .arg(datei, warum);
-            hinweise_.push_back(grund);
+            hinweise_.push_back(
+                QStringLiteral("Die Datei '%1' kann nicht als dBase-Tabelle gelesen werden: %2.")
+                    .arg(datei, warum));
         }
     }
-    if (tabellen_.empty() && !grund.isEmpty()) throw EngineFehler(kDateiNichtLesbar, grund);
+    if (tabellen_.empty() && !hinweise_.empty()) keineLesbar(hinweise_);
     for (const QString& datei : doppelte)
         hinweise_.push_back(
             QStringLiteral("Die Datei '%1' heißt bis auf die Großschreibung wie eine andere und "

@@ -15,8 +15,8 @@ namespace dbase {
 // for a table that somebody else has changed since; other files of the folder do not matter.
 class DbaseOrdner : public engine::Datenbankdatei {
   public:
-    // Raises kDateiFehlt, kSchreibgeschuetzt for a folder that takes no new file, and kDateiNichtLesbar when
-    // it has .dbf files but no table among them.
+    // Raises kDateiFehlt, kSchreibgeschuetzt for a folder that takes no new file, and kDateifehler, with the
+    // reason, when it has .dbf files but no table among them.
     explicit DbaseOrdner(QString ordner);
     ~DbaseOrdner() override;
 

@@ -154,11 +154,7 @@ Behaelter::Behaelter(const QByteArray& datei) {
     GError* fehler = nullptr;
     const Griff<GsfInfile> wurzel(gsf_infile_msole_new(eingabe.get(), &fehler));
     g_clear_error(&fehler);
-    if (!wurzel)
-        throw EngineFehler(
-            kDateiNichtLesbar,
-            QStringLiteral("Die Datei ist keine Arbeitsmappe von Microsoft Excel, oder sie ist "
-                           "beschädigt."));
+    if (!wurzel) unlesbar();
     wurzelklasse_ = klasseVon(wurzel.get());
     Leser(eintraege_, datei.size()).speicherLesen(wurzel.get(), {}, 0);
     vollstaendig_ = log.anzahl() == 0 && verzeichniseintraege(datei) == int(eintraege_.size());

@@ -20,8 +20,7 @@ struct Behaeltereintrag {
 
 class Behaelter {
   public:
-    // Raises kDateiNichtLesbar for bytes that are no compound file and kBeschaedigt for one with an
-    // unreadable stream.
+    // Raises kBeschaedigt for bytes that are no compound file and for one with an unreadable stream.
     explicit Behaelter(const QByteArray& datei);
     const std::vector<Behaeltereintrag>& eintraege() const { return eintraege_; }
     std::vector<Behaeltereintrag>& eintraege() { return eintraege_; }

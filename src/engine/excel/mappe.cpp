@@ -18,25 +18,19 @@ constexpr quint16 kArtGlobal = 0x0005;
 constexpr int kBoundsheetKopf = 7;  // offset, visibility, kind, length of the name
 constexpr int kUnicodeSeite = 1200;
 
-[[noreturn]] void nichtLesbar(const QString& text) {
-    throw EngineFehler(kDateiNichtLesbar, text);
-}
-
-// Sound workbooks that are not for us: their number lets the text reach the user.
+// Sound files that are not for us: their number lets the text reach the user.
 [[noreturn]] void nichtUnterstuetzt(const QString& text) {
     throw EngineFehler(kSystemgrenze, text);
 }
 
 void kopfPruefen(QByteArrayView strom) {
     Satzsicht bof;
-    if (!Satzfolge(strom).naechster(bof))
-        nichtLesbar(QStringLiteral("Die Datei ist keine Arbeitsmappe von Microsoft Excel."));
+    if (!Satzfolge(strom).naechster(bof)) keineArbeitsmappe();
     if (bof.typ == kBofBiff2 || bof.typ == kBofBiff3 || bof.typ == kBofBiff4)
         nichtUnterstuetzt(
             QStringLiteral("Arbeitsblätter von Excel 2 bis 4 können nicht bearbeitet werden. Speichern Sie "
                            "die Tabelle in Excel im Format 'Microsoft Excel-Arbeitsmappe (*.xls)'."));
-    if (bof.typ != kBof || bof.daten.size() < 4)
-        nichtLesbar(QStringLiteral("Die Datei ist keine Arbeitsmappe von Microsoft Excel."));
+    if (bof.typ != kBof || bof.daten.size() < 4) keineArbeitsmappe();
     const quint16 version = u16(bof.daten, 0);
     if ((version != kVersion5 && version != kVersion8) || u16(bof.daten, 2) != kArtGlobal)
         nichtUnterstuetzt(QStringLiteral(
@@ -45,6 +39,13 @@ void kopfPruefen(QByteArrayView strom) {
 }
 
 }  // namespace
+
+void keineArbeitsmappe() {
+    nichtUnterstuetzt(QStringLiteral(
+        "Die Datei ist keine Arbeitsmappe von Excel 5 bis 2003, auch wenn sie so heißt. Öffnen "
+        "Sie sie in Excel, und speichern Sie sie dort im Format 'Excel 97-2003-Arbeitsmappe "
+        "(*.xls)'."));
+}
 
 QByteArray namenBytes(const Mappe& mappe, const QString& name) {
     if (mappe.biff8()) return zeichenBytes8(name);

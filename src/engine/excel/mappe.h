@@ -35,8 +35,8 @@ struct Blatt {
 // stream.
 class Mappe {
   public:
-    // Raises kDateiNichtLesbar for what is no workbook, kSystemgrenze for one older than Excel 5 and for an
-    // encrypted one, kBeschaedigt for globals that do not end.
+    // Raises kSystemgrenze for what is no workbook, for one older than Excel 5 and for an encrypted one,
+    // kBeschaedigt for globals that do not end.
     explicit Mappe(QByteArray strom);
 
     bool biff8() const { return biff8_; }
@@ -93,6 +93,10 @@ class Mappe {
     std::vector<Blatt> blaetter_;
     bool ueberlappt_ = false;
 };
+
+// Raises kSystemgrenze for a file of another kind that is called as a workbook is: a web page, a text, an
+// .xlsx.
+[[noreturn]] void keineArbeitsmappe();
 
 // Name text as NAME, BOUNDSHEET and EXTERNSHEET keep it, without its length: flag byte and characters in
 // BIFF8, bytes of the code page in BIFF5. Raises kUngueltigerName where the code page lacks a character.

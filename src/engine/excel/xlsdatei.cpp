@@ -20,7 +20,6 @@ namespace {
 constexpr char kStrom8[] = "Workbook";
 constexpr char kStrom5[] = "Book";
 constexpr char kAenderungsprotokoll[] = "Revision Log";
-constexpr int kBehaelterkennung = 8;
 
 QByteArray dateiLesen(const QString& pfad) {
     QFile datei(pfad);
@@ -48,19 +47,18 @@ void sperrdateiPruefen(const QString& pfad) {
     }
 }
 
-// A workbook of Excel 2 to 4 is a bare stream.
-void altesBlattMelden(const QByteArray& datei) {
-    if (!datei.startsWith(QByteArray::fromHex("d0cf11e0a1b11ae1").left(kBehaelterkennung)))
-        (void)Mappe(datei);
+// A workbook of Excel 2 to 4 is a bare stream, and says so.
+void behaelterVerlangen(const QByteArray& datei) {
+    if (datei.startsWith(QByteArray::fromHex("d0cf11e0a1b11ae1"))) return;
+    (void)Mappe(datei);
+    keineArbeitsmappe();
 }
 
 // The stream that counts: of two, the one of the newer format.
 const Behaeltereintrag& mappenstrom(const Behaelter& behaelter) {
     const Behaeltereintrag* strom = behaelter.strom(kStrom8);
     if (!strom) strom = behaelter.strom(kStrom5);
-    if (!strom)
-        throw EngineFehler(kDateiNichtLesbar,
-                           QStringLiteral("Die Datei ist keine Arbeitsmappe von Microsoft Excel."));
+    if (!strom) keineArbeitsmappe();
     return *strom;
 }
 
@@ -167,7 +165,7 @@ XlsDatei::XlsDatei(QString pfad) : pfad_(std::move(pfad)), gelesen_(std::make_sh
 void XlsDatei::laden() {
     stand_ = engine::dateistandLesen(pfad_);
     const QByteArray datei = dateiLesen(pfad_);
-    altesBlattMelden(datei);
+    behaelterVerlangen(datei);
     const Behaelter behaelter(datei);
     mappe_ = std::make_shared<Arbeitsmappe>(mappenstrom(behaelter).bytes);
     behaelterPruefen(behaelter);

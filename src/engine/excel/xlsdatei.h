@@ -14,7 +14,7 @@ namespace excel {
 // somebody else has changed the file.
 class XlsDatei : public engine::Datenbankdatei {
   public:
-    // Raises kDateiFehlt, kDateifehler, kDateiNichtLesbar, kBeschaedigt; kSystemgrenze for a workbook that is
+    // Raises kDateiFehlt, kDateifehler, kBeschaedigt; kSystemgrenze for what is no workbook or one that is
     // encrypted, older than Excel 5, shared, without tables or too damaged to be changed safely; and for a
     // file that could not be written at the end kSchreibgeschuetzt or kDateiGesperrt.
     explicit XlsDatei(QString pfad);

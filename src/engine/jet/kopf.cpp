@@ -51,9 +51,9 @@ QString passwortLesen(const Sicht& kopf, const Format& format, double angelegt) 
 
 const Format& formatErkennen(QByteArrayView anfang) {
     if (anfang.size() < 0x98)
-        nichtLesbar(
-            u"Die Datei ist leer oder zu kurz für eine Access-Datenbank. Verwenden Sie eine "
-            u"Sicherungskopie."_qs);
+        throw EngineFehler(kBeschaedigt,
+                           u"Die Datei ist leer oder zu kurz für eine Access-Datenbank. Verwenden Sie eine "
+                           u"Sicherungskopie."_qs);
     const int version = versionPruefen(Sicht(anfang, u"Dateikopf", 0));
     return version == 0 ? kJet3 : version == 1 ? kJet4 : kAce;
 }

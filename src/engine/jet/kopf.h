@@ -5,7 +5,8 @@
 
 namespace jet {
 
-// Which format the first bytes of a file announce. Raises kDateiNichtLesbar for anything else.
+// Which format the first bytes of a file announce. Raises kBeschaedigt for too few of them and
+// kDateiNichtLesbar for anything else.
 const Format& formatErkennen(QByteArrayView anfang);
 
 // The first 0x98 bytes of page 0 with the mask taken off (or put on: it is the same operation).

@@ -57,11 +57,11 @@ void Seitendatei::oeffnen() {
     format_ = &formatErkennen(anfang);
     const qint64 groesse = geraet_->size();
     if (groesse < kKleinsteDatei * format_->seite)
-        throw EngineFehler(kDateiNichtLesbar,
+        throw EngineFehler(kBeschaedigt,
                            u"Die Datei ist zu kurz für eine Access-Datenbank. Verwenden Sie "
                            u"eine Sicherungskopie."_qs);
     if (groesse / format_->seite > groessteSeitenzahl(*format_))
-        throw EngineFehler(kDateiNichtLesbar,
+        throw EngineFehler(kBeschaedigt,
                            u"Die Datei ist größer, als eine Access-Datenbank sein kann. "
                            u"Verwenden Sie eine Sicherungskopie."_qs);
     seitenzahl_ = quint32(groesse / format_->seite);
@@ -74,7 +74,7 @@ void Seitendatei::seiteZweiPruefen() const {
     const QByteArray zwei = seite(kSeiteObjekte);
     if (zwei[0] == char(kTdefseite) && zwei[1] == 1) return;
     if (format_->ace)
-        throw EngineFehler(kDateiNichtLesbar,
+        throw EngineFehler(kSystemgrenze,
                            u"Die Datei ist mit einem Kennwort von Access 2007 oder neuer "
                            u"verschlüsselt. Entfernen Sie das Kennwort in Access."_qs);
     beschaedigt(u"MSysObjects", kSeiteObjekte, 0);

@@ -41,7 +41,8 @@ inline quint32 zeilenortWert(Zeilenort ort) {
 class Seitendatei {
   public:
     // Takes a file's bytes. Raises kDateiNichtLesbar when it is no .mdb or .accdb that we know or cannot be
-    // decoded, kBeschaedigt when page 2 is no definition. A password is NOT asked for here.
+    // decoded, kSystemgrenze for one that Office encrypted, kBeschaedigt for an impossible size and when page
+    // 2 is no definition. A password is NOT asked for here.
     explicit Seitendatei(QByteArray bytes);
     // The same for an open device (random access); pages are read when they are asked for. `schreiben` raises
     // kSchreibgeschuetzt when the device was opened for reading only.

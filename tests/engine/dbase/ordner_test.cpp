@@ -261,7 +261,14 @@ TEST_F(DbaseOrdnerTest, UnlesbareDateiUnterGuten) {
     EXPECT_TRUE(katalog.hinweise[0].contains(QStringLiteral("kaputt.dbf")))
         << katalog.hinweise[0].toStdString();
     QFile::remove(pfad(QStringLiteral("A.dbf")));
-    EXPECT_EQ(fehlerVon([&] { oeffnen(); }), kDateiNichtLesbar);
+    QString text;
+    EXPECT_EQ(fehlerVon([&] { oeffnen(); }, &text), kDateifehler);
+    EXPECT_TRUE(text.contains(QStringLiteral("kaputt.dbf")) && !text.contains(QStringLiteral("Auch")))
+        << text.toStdString();
+    schreiben(pfad(QStringLiteral("leer.dbf")), "");
+    EXPECT_EQ(fehlerVon([&] { oeffnen(); }, &text), kDateifehler);
+    EXPECT_TRUE(text.contains(QStringLiteral("(1)"))) << text.toStdString();
+    QFile::remove(pfad(QStringLiteral("leer.dbf")));
     QFile::remove(pfad(QStringLiteral("kaputt.dbf")));
     EXPECT_TRUE(oeffnen().katalogLesen().tabellen.empty());
 }

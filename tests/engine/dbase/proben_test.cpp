@@ -105,7 +105,7 @@ TEST_F(DbaseProben, ZuAlteTabelleWirdMitGrundAbgelehnt) {
     PROBE_ODER_UEBERSPRINGEN(QStringLiteral("dbase_02.dbf"));
     holen(QStringLiteral("dbase_02.dbf"), QStringLiteral("ALT.dbf"));
     QString text;
-    EXPECT_EQ(fehlerVon([&] { oeffnen(); }, &text), kDateiNichtLesbar);
+    EXPECT_EQ(fehlerVon([&] { oeffnen(); }, &text), kDateifehler);
     EXPECT_TRUE(text.contains(QStringLiteral("ALT.dbf"))) << text.toStdString();
     EXPECT_TRUE(text.contains(QStringLiteral("zu alt"))) << text.toStdString();
 }

@@ -24,12 +24,10 @@ const std::map<QString, Abgelehnt> kAbgelehnt = {
     {"xlrd-biff4_no_format_no_window2.xls", {kSystemgrenze, "Excel 2 bis 4"}},
     {"ContinueRecordProblem.xls", {kSystemgrenze, "gemeinsamen Bearbeitung"}},
     {"61300.xls", {kBeschaedigt, "beschädigt"}},
-    {"xls2csv_ole_read_MSAT_772.xls", {kDateiNichtLesbar, "keine Arbeitsmappe"}},
-    {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-4651309315719168.xls",
-     {kDateiNichtLesbar, "keine Arbeitsmappe"}},
+    {"xls2csv_ole_read_MSAT_772.xls", {kBeschaedigt, "beschädigt"}},
+    {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-4651309315719168.xls", {kBeschaedigt, "beschädigt"}},
     {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-5175219985448960.xls", {kBeschaedigt, "beschädigt"}},
-    {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-6137883240824832.xls",
-     {kDateiNichtLesbar, "keine Arbeitsmappe"}},
+    {"clusterfuzz-testcase-minimized-POIHSSFFuzzer-6137883240824832.xls", {kBeschaedigt, "beschädigt"}},
 };
 
 enum XlrdArt { kText = 1, kZahl = 2, kDatum = 3, kWahrheit = 4, kFehler = 5 };
