@@ -16,7 +16,7 @@ constexpr int kKlasse = 16;
 constexpr int kMaxTiefe = 32;
 
 // What the library writes to the log while one of these lives is counted instead of shown: it leaves damaged
-// entries out with a message and no error.
+// entries out with a message and no error. Some of its messages name no domain.
 class Mithoeren {
   public:
     Mithoeren() {
@@ -35,7 +35,7 @@ class Mithoeren {
     static void zaehlen(const gchar*, GLogLevelFlags, const gchar*, gpointer anzahl) {
         ++*static_cast<int*>(anzahl);
     }
-    static constexpr const char* kBereiche[] = {"libgsf:msole", "libgsf"};
+    static constexpr const char* kBereiche[] = {"libgsf:msole", "libgsf", nullptr};
     guint griffe_[std::size(kBereiche)] = {};
     int anzahl_ = 0;
 };

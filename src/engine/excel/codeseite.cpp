@@ -28,6 +28,8 @@ class Wandler {
         size_t platz = size_t(puffer.size());
         const size_t ergebnis = ::iconv(griff_, &von, &rest, &nach, &platz);
         const int fehler = ergebnis == size_t(-1) ? errno : 0;
+        // CP1258 keeps a letter back until it knows whether an accent follows.
+        if (fehler == 0) ::iconv(griff_, nullptr, nullptr, &nach, &platz);
         aus.append(puffer.constData(), puffer.size() - qsizetype(platz));
         ein = ein.last(qsizetype(rest));
         return fehler;

@@ -113,6 +113,8 @@ struct Formelort {
 Formelort formelort(quint16 typ) {
     switch (typ) {
         case kFormula:
+        case kFormulaBiff3:
+        case kFormulaBiff4:
             return {20, 22};
         case kArray:
             return {12, 14};

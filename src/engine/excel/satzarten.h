@@ -7,6 +7,8 @@ namespace excel {
 
 enum Satzart : quint16 {
     kFormula = 0x0006,
+    kFormulaBiff3 = 0x0206,  // some programs (Numbers) write it into BIFF8; seen with the fields of kFormula
+    kFormulaBiff4 = 0x0406,
     kEof = 0x000A,
     kProtect = 0x0012,
     kPassword = 0x0013,

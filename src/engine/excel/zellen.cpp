@@ -88,6 +88,8 @@ bool Zellenleser::ausSatz(Zelle& zelle) {
             zelle.zahl = u8(d, kZellkopf);
             return true;
         case kFormula:
+        case kFormulaBiff3:
+        case kFormulaBiff4:
             return kopfLesen(zelle, kZellkopf + 8) && ausFormel(zelle);
         default:
             return false;

@@ -1,9 +1,14 @@
 // Every sheet of every sample, cell by cell, against what xlrd reads; and what is refused, with its reason.
 #include <QTemporaryDir>
+#include <QtEndian>
 #include <cmath>
 #include <map>
 
+#include "engine/excel/behaelter.h"
+#include "engine/excel/blatttabelle.h"
 #include "engine/excel/proben.h"
+#include "engine/excel/satzarten.h"
+#include "engine/excel/satzfolge.h"
 
 namespace {
 
@@ -167,6 +172,49 @@ TEST_P(Lesen, JedesBlattZelleFuerZelleOderEinGrund) {
         ASSERT_NE(def, nullptr) << name.toStdString();
         blattVergleichen(mappe, *def, blatt.toObject(), fremd["datum1904"].toBool());
     }
+}
+
+QStringList alleZeilen(const QByteArray& strom) {
+    const auto mappe = std::make_shared<const excel::Arbeitsmappe>(strom);
+    QStringList texte;
+    for (const excel::Tabellenort& ort : mappe->tabellen()) {
+        const auto zeilen = excel::tabellenzeilen(mappe, excel::tabellenplan(*mappe, ort));
+        for (engine::Zeile zeile; zeilen->naechste(zeile);)
+            for (const Wert& wert : zeile) texte << (wert.istNull() ? QStringLiteral("-") : wert.alsText());
+    }
+    return texte;
+}
+
+TEST(LesenFormeln, MitDerSatznummerAeltererFormate) {
+    PROBE_ODER_UEBERSPRINGEN("FormulaEvalTestData.xls");
+    QFile datei(proben::pfad("FormulaEvalTestData.xls"));
+    ASSERT_TRUE(datei.open(QIODevice::ReadOnly));
+    const QByteArray strom = excel::Behaelter(datei.readAll()).strom("Workbook")->bytes;
+    for (const quint16 nummer : {quint16(excel::kFormulaBiff3), quint16(excel::kFormulaBiff4)}) {
+        QByteArray umgezaehlt = strom;
+        excel::Satzfolge folge(strom);
+        int formeln = 0;
+        for (excel::Satzsicht satz; folge.naechster(satz);) {
+            if (satz.typ != excel::kFormula) continue;
+            qToLittleEndian(nummer, umgezaehlt.data() + satz.ort);
+            ++formeln;
+        }
+        EXPECT_GT(formeln, 1000);
+        EXPECT_EQ(alleZeilen(umgezaehlt), alleZeilen(strom));
+    }
+}
+
+// 1258 is the one page whose converter holds letters back.
+TEST(LesenZeichen, JedesByteStehtFuerSich) {
+    for (const int seite : {437, 850, 874, 932, 1250, 1251, 1252, 1253, 1254, 1257, 1258, 10000}) {
+        SCOPED_TRACE(seite);
+        const excel::Codeseite codeseite(seite);
+        EXPECT_EQ(codeseite.lesen("Implied 2011"), u"Implied 2011");
+        EXPECT_EQ(codeseite.schreiben(u"Implied 2011"), "Implied 2011");
+    }
+    const excel::Codeseite vietnamesisch(1258);
+    EXPECT_EQ(vietnamesisch.lesen("M\xFCller"), u"Müller");
+    EXPECT_EQ(vietnamesisch.schreiben(u"Müller"), "M\xFCller");
 }
 
 INSTANTIATE_TEST_SUITE_P(Proben, Lesen, testing::ValuesIn(proben::alle()), proben::testname);
