@@ -234,7 +234,7 @@ Aufbau kopfLesen(const Bytequelle& datei) {
     aufbau.sprachbyte = byteAn(kopf, 29);
 
     // A header length that cannot be true is no bound for the fields either.
-    const bool grenzeGilt = kopflaenge >= 65 && kopflaenge <= datei.groesse();
+    const bool grenzeGilt = kopflaenge >= kKopfLaenge + kFeldLaenge && kopflaenge <= datei.groesse();
     qint64 feldende = 0;
     aufbau.spalten =
         spaltenLesen(kopf, grenzeGilt ? kopflaenge : kopf.size(), aufbau.visualFoxpro(), feldende);

@@ -170,6 +170,19 @@ TEST(DbaseKopf, KeineTabelle) {
     }
 }
 
+// Some programs write none; the header's length then says where the only field ends.
+TEST(DbaseKopf, EinEinzigesFeldOhneEndmarke) {
+    bauteile::Tabelle t;
+    t.felder = {{"NAME", 'C', 6}};
+    t.saetze = {"Anna  ", "Bernd "};
+    QByteArray bytes = t.bytes();
+    bytes.remove(64, 1);
+    bytes[8] = 64;
+    const Gelesene g = lesen(bytes);
+    EXPECT_EQ(g.zeilen, (QStringList{QStringLiteral("Anna"), QStringLiteral("Bernd")}));
+    EXPECT_FALSE(g.tabelle.beschaedigt());
+}
+
 TEST(DbaseKopf, FelderDieNiemandLesenKann) {
     bauteile::Tabelle t = einfach();
     t.felder.push_back({"BILD", 'G', 10});
