@@ -6,6 +6,7 @@
 #include "base/fehler.h"
 #include "engine/jet/indexbau.h"
 #include "engine/jet/kartenbau.h"
+#include "engine/jet/katalog_lesen.h"
 #include "engine/jet/namen.h"
 #include "engine/jet/seitenvergabe.h"
 #include "engine/jet/tdefbau.h"
@@ -37,6 +38,17 @@ void namenPruefen(const QString& was, const QString& name, const std::vector<QSt
                 u"Der %1 '%2' kommt zweimal vor. Benennen Sie einen der beiden um."_qs.arg(was, name));
 }
 
+// Values of a calculated column are kept in a form of their own, and its expression stays with its table.
+void berechneteAblehnen(const engine::FeldDef& feld) {
+    Spalteneigenes eigenes;
+    if (!spalteneigenesLesen(feld.formatEigenes, eigenes) || !(eigenes.flags2 & kSpalteBerechnet)) return;
+    grenze(
+        u"Das Feld '%1' wird von Access berechnet; die Tabelle kann deshalb nicht kopiert werden. Machen Sie "
+        u"in "
+        "Access mit einer Tabellenerstellungsabfrage eine Tabelle mit seinen Werten, und verwenden Sie diese."_qs
+            .arg(feld.name));
+}
+
 void felderPruefen(const engine::TabellenDef& def) {
     if (def.felder.empty() || def.felder.size() > size_t(dao::kMaxFelder))
         throw EngineFehler(kZuVieleFelder,
@@ -47,6 +59,7 @@ void felderPruefen(const engine::TabellenDef& def) {
     for (const engine::FeldDef& feld : def.felder) {
         namenPruefen(u"Feldname"_qs, feld.name, namen);
         namen.push_back(feld.name);
+        berechneteAblehnen(feld);
     }
 }
 

@@ -12,8 +12,9 @@ class Seitenvergabe;
 // Raises kUngueltigerName for a name that no field may have.
 void feldnamePruefen(const QString& name);
 
-// Checks the limits of the format: names of fields and indexes, 1 to 255 fields, at most 32 indexes of at
-// most 10 fields. Raises kZuVieleFelder, kUngueltigerName, kNichtInListe, kSystemgrenze.
+// Checks the limits of the format: names of fields and indexes, 1 to 255 fields and none of them calculated,
+// at most 32 indexes of at most 10 fields. Raises kZuVieleFelder, kUngueltigerName, kNichtInListe,
+// kSystemgrenze.
 void tabellenDefPruefen(const engine::TabellenDef& def);
 
 // Writes the table's pages (definition, rows, long values, indexes, maps) and returns it; the catalogue does

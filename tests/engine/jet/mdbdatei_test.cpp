@@ -309,6 +309,24 @@ TEST_F(MdbDatei, EinUnpassenderNameWirdNichtAngelegt) {
     EXPECT_EQ(inhalt(pfad_), vorher);
 }
 
+TEST_F(MdbDatei, EineTabelleMitBerechnetemFeldWirdVorherAbgelehnt) {
+    const jet::MdbDatei datei(pfad_, QString());
+    TabellenDef def;
+    def.name = u"Kopie"_qs;
+    def.felder.push_back(feld(u"Summe"_qs, dao::dbText, 50));
+    const auto mit = [&](quint8 flags2) {
+        def.felder[0].formatEigenes = jet::spalteneigenesSchreiben({true, jet::kTypText, 0, flags2, {}});
+        QString text;
+        const int nummer = fehlerVon([&] { datei.tabellePruefen(def); }, &text);
+        if (nummer != 0) {
+            EXPECT_TRUE(text.contains(u"'Summe'")) << text.toStdString();
+        }
+        return nummer;
+    };
+    EXPECT_EQ(mit(jet::kSpalteKomprimiert), 0);
+    EXPECT_EQ(mit(jet::kSpalteBerechnet), kSystemgrenze);
+}
+
 struct Grenzfall {
     const char* was;
     int felder;
