@@ -1,6 +1,7 @@
 // The structural copy of a table, and its relations.
 #include "data/kopieren.h"
 
+#include "base/fehler.h"
 #include "base/text.h"
 #include "data/datenzugriff.h"
 #include "run/schritte.h"
@@ -147,6 +148,20 @@ void TabelleKopieren(const QString& quelle, const QString& ziel, bool mitRelatio
             if (mitRelationen && nurAccess()) s.tu([&] { relationenBestaetigen(quelle); });
         },
         [] { gFehler = true; });
+}
+
+std::optional<QString> KopieEinwand(const QString& quelle, const QString& ziel, qint64 zeilen,
+                                    const std::vector<NeuesFeld>& neueFelder) {
+    const dao::TableDef& definition = Gesetzt(gDatenbank).TableDefs().Item(quelle);
+    std::vector<dao::Field> neue;
+    for (const NeuesFeld& neu : neueFelder)
+        neue.push_back(definition.CreateField(neu.name.value(), neu.typ.value(), neu.groesse.value()));
+    try {
+        definition.KopiePruefen(ziel, neue, zeilen);
+        return std::nullopt;
+    } catch (const EngineFehler& fehler) {
+        return fehler.beschreibung();
+    }
 }
 
 void RelationenKopieren(const QString& quelle, const QString& ziel) {

@@ -19,5 +19,11 @@ void TabelleKopieren(const QString& quelle, const QString& ziel, bool mitRelatio
                      const std::optional<QString>& feldname = {},
                      const std::vector<NeuesFeld>& neueFelder = {});
 
+// Why a copy of `quelle` called `ziel` with these fields more could not be saved in the end; nothing when all
+// that can be known before the work is well. `zeilen` is how many records it will have, -1 when that is open.
+// Raises 3265 for an unknown table.
+std::optional<QString> KopieEinwand(const QString& quelle, const QString& ziel, qint64 zeilen,
+                                    const std::vector<NeuesFeld>& neueFelder = {});
+
 // Repeats the relations of `quelle` on `ziel`; only for the format text "Access".
 void RelationenKopieren(const QString& quelle, const QString& ziel);

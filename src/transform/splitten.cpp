@@ -2,6 +2,7 @@
 #include "transform/splitten.h"
 
 #include "base/text.h"
+#include "data/datenzugriff.h"
 #include "run/zustand.h"
 #include "transform/splittregel.h"
 #include "transform/umformung.h"
@@ -62,4 +63,9 @@ void SplittenStarten(const QString& quelle, const QString& ziel) {
     if (optionen.loeschen && mitZweitemFeld(Splittart(optionen.typ))) umformung.alteFelder << optionen.feld2;
     umformung.ergebnisrahmen = kErgebnisrahmen;
     UmformungStarten(quelle, ziel, umformung);
+}
+
+std::optional<QString> SplittenEinwand(const QString& quelle, const QString& ziel,
+                                       const Splittoptionen& optionen) {
+    return KopieEinwand(quelle, ziel, DatensaetzeDerTabelle(quelle), neueFelder(quelle, optionen));
 }

@@ -2,6 +2,7 @@
 #include "transform/verschmelzen.h"
 
 #include "base/text.h"
+#include "data/datenzugriff.h"
 #include "run/zustand.h"
 #include "transform/umformung.h"
 #include "transform/verschmelzregel.h"
@@ -44,4 +45,9 @@ void VerschmelzenStarten(const QString& quelle, const QString& ziel) {
     if (optionen.loeschen) umformung.alteFelder = {optionen.feld1, optionen.feld2};
     umformung.ergebnisrahmen = kErgebnisrahmen;
     UmformungStarten(quelle, ziel, umformung);
+}
+
+std::optional<QString> VerschmelzenEinwand(const QString& quelle, const QString& ziel,
+                                           const Verschmelzoptionen& optionen) {
+    return KopieEinwand(quelle, ziel, DatensaetzeDerTabelle(quelle), {neuesFeld(quelle, optionen)});
 }

@@ -8,6 +8,7 @@
 #include "data/datenzugriff.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
+#include "transform/splitten.h"
 #include "ui/bausteine.h"
 
 namespace {
@@ -148,6 +149,8 @@ bool RahmenSplitten::pruefen() {
     if (cbxSplittenTypus->currentIndex() == kTrennzeichen && tbxSplitten_Trennzeichen->text().isEmpty())
         return abgelehnt(
             QStringLiteral("Sie müssen ein Trennzeichen angeben, nach\rdem das Feld geteilt werden soll."));
+    if (const auto einwand = SplittenEinwand(gAusgangsTabelle, gZielTabelle, optionen()))
+        return abgelehnt(*einwand);
     return true;
 }
 

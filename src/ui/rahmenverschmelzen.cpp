@@ -9,6 +9,7 @@
 #include "data/datenzugriff.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
+#include "transform/verschmelzen.h"
 #include "ui/bausteine.h"
 
 namespace {
@@ -113,6 +114,8 @@ bool RahmenVerschmelzen::pruefen() {
         return abgelehnt(
             QStringLiteral("Das Trennzeichen gibt es im Zeichensatz der Tabelle nicht.\r"
                            "Bitte wählen sie ein anderes."));
+    if (const auto einwand = VerschmelzenEinwand(gAusgangsTabelle, gZielTabelle, optionen()))
+        return abgelehnt(*einwand);
     return true;
 }
 

@@ -2,9 +2,11 @@
 #include "ui/rahmenziel.h"
 
 #include <QGridLayout>
+#include <array>
 
 #include "base/text.h"
 #include "data/datenzugriff.h"
+#include "data/kopieren.h"
 #include "data/zielname.h"
 #include "run/schritte.h"
 #include "run/zustand.h"
@@ -33,6 +35,46 @@ std::optional<QString> schreibeinwand() {
     } catch (const EngineFehler& fehler) {
         return fehler.beschreibung();
     }
+}
+
+// How many control columns a run puts behind the fields while it works, by operation.
+int steuerfelder() {
+    constexpr std::array<int, 7> kAnzahl{0, 4, 3, 0, 0, 5, 5};
+    return kAnzahl.at(gVorgang);
+}
+
+std::optional<QString> felderzahleinwand() {
+    const auto felder = FeldNamen(gAusgangsTabelle).size();
+    if (felder + steuerfelder() <= dao::kMaxFelder) return std::nullopt;
+    return QStringLiteral(
+               "Die Tabelle '%1' hat %2 Felder. Der Vorgang braucht bei der Arbeit %3 weitere, und eine "
+               "Tabelle nimmt höchstens %4 auf. Entfernen Sie Felder aus der Ausgangstabelle.")
+        .arg(gAusgangsTabelle)
+        .arg(felder)
+        .arg(steuerfelder())
+        .arg(dao::kMaxFelder);
+}
+
+bool alleSaetzeBleiben() {
+    return gVorgang == 3 || gVorgang == 4;
+}
+
+// The records that the result has at most; how many fall away shows only in the run.
+qint64 saetzeHoechstens() {
+    const qint64 erste = DatensaetzeDerTabelle(gAusgangsTabelle);
+    return gVorgang == 6 ? erste + DatensaetzeDerTabelle(gZweiteTabelle) : erste;
+}
+
+// Why the result could not be saved; nothing when all that can be known before the run is well.
+std::optional<QString> ergebniseinwand(const QString& ziel, qint64 saetze) {
+    if (const auto einwand = felderzahleinwand()) return einwand;
+    return KopieEinwand(gAusgangsTabelle, ziel, alleSaetzeBleiben() ? saetze : -1);
+}
+
+void vorZuVielenSaetzenWarnen(const QString& ziel, qint64 saetze) {
+    if (const auto einwand = KopieEinwand(gAusgangsTabelle, ziel, saetze))
+        HinweisZeigen(*einwand + QStringLiteral("\rDas Ergebnis kann nur gespeichert werden, wenn genügend "
+                                                "Datensätze wegfallen."));
 }
 
 bool ueberschreibenErlaubt(const QString& name) {
@@ -102,8 +144,14 @@ bool RahmenZiel::pruefen() {
         AchtungZeigen(QStringLiteral("Die Zieltabelle kann nicht identisch mit der Ausgangstabelle sein."));
         return false;
     }
+    const qint64 saetze = saetzeHoechstens();
+    if (const std::optional<QString> einwand = ergebniseinwand(name, saetze)) {
+        AchtungZeigen(*einwand);
+        return false;
+    }
     const std::optional<QString> vorhandene = vorhandeneTabelle(name);
     if (vorhandene && !ueberschreibenErlaubt(*vorhandene)) return false;
+    vorZuVielenSaetzenWarnen(name, saetze);
     gZielTabelle = name;
     return true;
 }

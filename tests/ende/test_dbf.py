@@ -153,23 +153,21 @@ class Dbf(gemeinsam.AmProgramm):
         self.nur_das_ziel_kam_dazu([z for z, weg in zip(self.erste, muell) if not weg])
 
     def test_splitten_mit_langen_feldnamen(self):
+        """A name that no field of dBase can have is told before the run."""
         self.bis_vorgang(1)
         self.ziel_nennen()
         self.fern.rahmen(31)
         self.fern.setzen("cbxSplittenTypus", {"index": 1})
         self.fern.setzen("cbxSplitten1", "STRASSE")
-        self.fern.setzen("tbxSplitten1", "Straße ohne Hausnummer")
-        self.fern.setzen("tbxSplitten2", "Straße ohne Hausname")
+        self.fern.setzen("tbxSplitten1", "Straße_ohn")
         self.fern.setzen("chkSplittenLöschen", True)
-        self.fern.klicken("btnWeiter")
-        hinweise = []
-        while self.fern.zustand()["gRahmen"] != 32 or self.fern.meldung():
-            if self.fern.meldung():
-                hinweise += self.fern.meldung()["text"].split("\n")
+        for name in ("Hausnummern", "Haus Nr", "Straße_o_1"):
+            self.fern.setzen("tbxSplitten2", name)
+            self.fern.klicken("btnWeiter")
+            if name != "Straße_o_1":
+                self.fern.warten("meldung")
+                self.assertIn(f"'{name}' ist in einer dBase-Tabelle kein gültiger", self.fern.meldung()["text"])
                 self.fern.druecken("OK")
-        self.assertEqual(2, len(hinweise), hinweise)
-        self.assertIn("'Straße ohne Hausnummer' heißt in der dBase-Datei 'STRAßE_OHN'", hinweise[0])
-        self.assertIn("'Straße ohne Hausname' heißt in der dBase-Datei 'STRAßE_O_1'", hinweise[1])
         stelle = [s[0] for s in SPALTEN].index("STRASSE")
         zeilen = [z[:stelle] + geteilt(1, z[stelle], None, None) + z[stelle + 1 :] for z in self.erste]
         self.fern.rahmen(32)

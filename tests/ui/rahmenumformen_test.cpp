@@ -93,6 +93,31 @@ TEST_F(Splitten, WasAbgelehntWird) {
     }
 }
 
+TEST_F(Splitten, WasDieDateiNichtAufnimmtWirdVorDemLaufGesagt) {
+    bisTabelle();
+    QStringList felder;
+    for (int i = 0; i < 254; ++i) felder << QStringLiteral("F%1").arg(i);
+    tabelleAnlegen(QStringLiteral("Breit"), felder);
+    RahmenWechseln(3, 3, false, true);
+    tabelleWaehlen(QStringLiteral("Breit"));
+    weiter();
+    vorgangWaehlen(1);
+    weiter();
+    ASSERT_EQ(gRahmen, 31);
+    namen(QStringLiteral("Weg"), QStringLiteral("N.r"));
+    erwarte(
+        QStringLiteral("Der Feldname 'N.r' kann nicht verwendet werden. Wählen Sie einen Namen aus 1 bis 64 "
+                       "Zeichen ohne ! . [ ] `, ohne Steuerzeichen und ohne Leerzeichen am Anfang."));
+    weiter();
+    EXPECT_EQ(gRahmen, 31);
+    namen(QStringLiteral("Weg"), QStringLiteral("Nr"));
+    erwarte(QStringLiteral(
+        "Eine Tabelle nimmt höchstens 255 Felder auf, mit den neuen wären es 256. Entfernen Sie "
+        "Felder aus der Ausgangstabelle."));
+    weiter();
+    EXPECT_EQ(gRahmen, 31);
+}
+
 TEST_F(Splitten, EinAlterNameImVerborgenenFeldStoertSonstNicht) {
     bisSplitten();
     namen(QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("Nachname"));
@@ -184,6 +209,17 @@ TEST_F(Verschmelzen, WasAbgelehntWird) {
         EXPECT_EQ(gRahmen, 41);
     }
     EXPECT_EQ(seite().tbxVerschmolzen->text(), u"NACHNAME");
+}
+
+TEST_F(Verschmelzen, WasDieDateiNichtAufnimmtWirdVorDemLaufGesagt) {
+    bisVerschmelzen();
+    seite().cbxVerschmelzen2->setCurrentIndex(1);
+    seite().tbxVerschmolzen->setText(QStringLiteral("N.r"));
+    erwarte(
+        QStringLiteral("Der Feldname 'N.r' kann nicht verwendet werden. Wählen Sie einen Namen aus 1 bis 64 "
+                       "Zeichen ohne ! . [ ] `, ohne Steuerzeichen und ohne Leerzeichen am Anfang."));
+    weiter();
+    EXPECT_EQ(gRahmen, 41);
 }
 
 TEST_F(Verschmelzen, LaeuftBisZumErgebnis) {

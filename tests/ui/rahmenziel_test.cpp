@@ -1,6 +1,7 @@
 // Frame 4: the default name of the target table and what is refused.
 #include <QDate>
 
+#include "engine/dao/speicherdatei.h"
 #include "ui/assistent.h"
 
 namespace {
@@ -96,6 +97,85 @@ TEST_F(Ziel, ScharfesSGegenDoppelS) {
     weiter();
     name().setText(QStringLiteral("STRASSEN"));
     erwarte(QStringLiteral("Die Zieltabelle kann nicht identisch mit der Ausgangstabelle sein."));
+    weiter();
+    EXPECT_EQ(gRahmen, 4);
+}
+
+// A database in memory whose format takes few records.
+class ZielMitGrenze : public Ziel {
+  protected:
+    void SetUp() override {
+        Ziel::SetUp();
+        dao::DateiOeffnerSetzen(dao::Dateiart::Access, [this](const QString&, const QString&) {
+            return std::make_unique<Speicherdatei>(inhalt);
+        });
+        for (const char16_t* name : {u"Adressen", u"Zweite"}) {
+            engine::TabellenDef def;
+            def.name = QString::fromUtf16(name);
+            def.felder.push_back(tabellenprobe::feld(QStringLiteral("Ort"), dao::dbText, 50));
+            inhalt.tabellen.push_back({def, {{Wert(u"Ulm")}, {Wert(u"Bonn")}}});
+        }
+    }
+    void bisZielMit(int auswahl) {
+        bisVorgang();
+        vorgangWaehlen(auswahl);
+        if (gRahmen == 61) {
+            finde<QComboBox>("cbxNeueDaten")->setCurrentText(QStringLiteral("Zweite"));
+            weiter();
+            weiter();
+        }
+        if (gRahmen == 7) weiter();
+        ASSERT_EQ(gRahmen, 4);
+        name().setText(QStringLiteral("Neu"));
+    }
+    const QString kZuViele = QStringLiteral("'Neu' hat zu viele Zeilen.");
+    const QString kWarnung =
+        kZuViele +
+        QStringLiteral("\rDas Ergebnis kann nur gespeichert werden, wenn genügend Datensätze wegfallen.");
+    Speicherinhalt inhalt;
+};
+
+TEST_F(ZielMitGrenze, WasSicherZuVieleSaetzeHatWirdAbgelehnt) {
+    inhalt.meisteZeilen = 1;
+    bisZielMit(1);  // a split keeps all records
+    erwarte(kZuViele);
+    weiter();
+    EXPECT_EQ(letzteMeldung().titel, u" Achtung!");
+    EXPECT_EQ(gRahmen, 4);
+    inhalt.meisteZeilen = 2;
+    weiter();
+    EXPECT_EQ(gRahmen, 31);
+}
+
+TEST_F(ZielMitGrenze, WasVielleichtZuVieleSaetzeHatWirdGesagt) {
+    inhalt.meisteZeilen = 1;
+    bisZielMit(3);
+    erwarte(kWarnung);
+    weiter();
+    EXPECT_EQ(letzteMeldung().titel, u" Hinweis");
+    EXPECT_EQ(gRahmen, 11);
+}
+
+TEST_F(ZielMitGrenze, DieSaetzeDerZweitenTabelleZaehlenMit) {
+    inhalt.meisteZeilen = 3;
+    bisZielMit(5);
+    erwarte(kWarnung);
+    weiter();
+    EXPECT_EQ(gRahmen, 11);
+}
+
+// The search needs four columns of its own.
+TEST_F(ZielMitGrenze, PlatzFuerDieSteuerfelder) {
+    auto& felder = inhalt.tabellen[0].def.felder;
+    while (felder.size() < 252) {
+        felder.push_back(tabellenprobe::feld(QStringLiteral("F%1").arg(felder.size()), dao::dbText, 10));
+        for (engine::Zeile& zeile : inhalt.tabellen[0].zeilen) zeile.push_back(Wert::null());
+    }
+    bisZielMit(3);
+    erwarte(
+        QStringLiteral("Die Tabelle 'Adressen' hat 252 Felder. Der Vorgang braucht bei der Arbeit 4 weitere, "
+                       "und eine Tabelle "
+                       "nimmt höchstens 255 auf. Entfernen Sie Felder aus der Ausgangstabelle."));
     weiter();
     EXPECT_EQ(gRahmen, 4);
 }

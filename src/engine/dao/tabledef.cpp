@@ -41,6 +41,16 @@ int festeGroesse(int typ, int groesse) {
     }
 }
 
+void felderzahlPruefen(size_t anzahl) {
+    if (anzahl <= size_t(kMaxFelder)) return;
+    throw EngineFehler(
+        kZuVieleFelder,
+        QStringLiteral("Eine Tabelle nimmt höchstens %1 Felder auf, mit den neuen wären es %2. "
+                       "Entfernen Sie Felder aus der Ausgangstabelle.")
+            .arg(kMaxFelder)
+            .arg(anzahl));
+}
+
 bool indexHaelt(const engine::IndexDef& index, const QString& feld) {
     return std::any_of(index.felder.begin(), index.felder.end(),
                        [&](const engine::IndexFeld& f) { return namenGleich(f.name, feld); });
@@ -103,9 +113,7 @@ void Fields::Append(Field feld) {
     if (feld.Name().isEmpty())
         throw EngineFehler(kUngueltigerName, QStringLiteral("Ein Feld braucht einen Namen."));
     if (position(feld.Name()) >= 0) nameVorhanden(feld.Name());
-    if (Count() >= kMaxFelder)
-        throw EngineFehler(kZuVieleFelder,
-                           QStringLiteral("Eine Tabelle nimmt höchstens %1 Felder auf.").arg(kMaxFelder));
+    felderzahlPruefen(size_t(Count()) + 1);
     if (Database* datenbank = tabelle_->datenbank_) {
         datenbank->offen().datei->feldPruefen(feld.definition());
         datenbank->bereitstellen(*tabelle_);
@@ -172,6 +180,20 @@ Index TableDef::CreateIndex(const QString& name) const {
 std::unique_ptr<Recordset> TableDef::OpenRecordset() {
     if (!datenbank_) objektUngueltig(QStringLiteral("Die Tabelle '%1'").arg(name_));
     return datenbank_->satzOeffnen(*this, QString());
+}
+
+void TableDef::KopiePruefen(const QString& name, const std::vector<Field>& neue, qint64 zeilen) const {
+    if (!datenbank_) objektUngueltig(QStringLiteral("Die Tabelle '%1'").arg(name_));
+    const engine::Datenbankdatei& datei = *datenbank_->offen().datei;
+    engine::TabellenDef def = definition();
+    def.name = name;
+    def.zeilen = zeilen;
+    for (const Field& feld : neue) {
+        datei.feldnamePruefen(feld.Name());
+        def.felder.push_back(feld.definition());
+    }
+    felderzahlPruefen(def.felder.size());
+    datei.tabellePruefen(def);
 }
 
 engine::Zeichenprobe TableDef::Zeichenprobe() const {

@@ -109,6 +109,10 @@ class TableDef {
     Index CreateIndex(const QString& name) const;
     // A recordset on the whole table, in natural order.
     std::unique_ptr<Recordset> OpenRecordset();
+    // Raises what saving a copy called `name` would raise in the end, with these fields more and so many rows
+    // (-1: not known), as far as it is known without the rows: names, number of fields, lengths, limits of
+    // the format. For a table that exists.
+    void KopiePruefen(const QString& name, const std::vector<Field>& neue, qint64 zeilen) const;
     // Looks for what a copy of this table could not be saved with; empty where the file takes every text. For
     // a table that exists.
     engine::Zeichenprobe Zeichenprobe() const;

@@ -72,8 +72,9 @@ class Datenbankdatei {
     // The same for the field as a whole: raises also when the format cannot hold such a column.
     virtual void feldPruefen(const FeldDef& feld) const { feldnamePruefen(feld.name); }
 
-    // What can be said of a new table before it has any row: its fields, indexes, the length of its records.
-    // Raises what `anwenden` would raise for it in the end.
+    // What can be said of a new table before it has any row: its fields, indexes, the length of its records,
+    // and the number of its rows where `def.zeilen` tells. Raises what `anwenden` would raise for it in the
+    // end.
     virtual void tabellePruefen(const TabellenDef& def) const {
         for (const FeldDef& feld : def.felder) feldPruefen(feld);
     }

@@ -208,11 +208,19 @@ bool DbaseOrdner::nameErlaubt(const QString& name) const {
 }
 
 void DbaseOrdner::feldnamePruefen(const QString& name) const {
-    if (name.isEmpty()) throw EngineFehler(kUngueltigerName, QStringLiteral("Ein Feld braucht einen Namen."));
+    if (name.compare(neuerFeldname(name, Zeichensatz(kSeite850), {}), Qt::CaseInsensitive) == 0) return;
+    throw EngineFehler(
+        kUngueltigerName,
+        QStringLiteral(
+            "'%1' ist in einer dBase-Tabelle kein gültiger Feldname. Wählen Sie einen mit 1 bis %2 "
+            "Buchstaben, Ziffern und Unterstrichen, der mit einem Buchstaben beginnt.")
+            .arg(name)
+            .arg(kMaxFeldname));
 }
 
+// A column of the folder's own may be called in other ways.
 void DbaseOrdner::feldPruefen(const engine::FeldDef& feld) const {
-    feldnamePruefen(feld.name);
+    if (feld.formatEigenes.isEmpty()) feldnamePruefen(feld.name);
     feldPlanbar(feld);
 }
 

@@ -45,6 +45,18 @@ QString deutsch(qint64 zahl) {
     return QLocale(QLocale::German).toString(zahl);
 }
 
+// One row is the header's.
+void zeilenzahlPruefen(const QString& tabelle, qint64 zeilen, bool biff8) {
+    const int hoechstens = Mappe::maxZeilen(biff8) - 1;
+    if (zeilen <= hoechstens) return;
+    const QString rat =
+        biff8 ? QStringLiteral("Verwenden Sie eine Access-Datenbank, oder teilen Sie die Tabelle auf.")
+              : QStringLiteral("Speichern Sie die Arbeitsmappe im Format von Excel 97-2003.");
+    passtNicht(QStringLiteral("Die Tabelle '%1' passt nicht in die Arbeitsmappe: Ein Tabellenblatt nimmt "
+                              "höchstens %2 Datensätze auf. %3")
+                   .arg(tabelle, deutsch(hoechstens), rat));
+}
+
 // How the values of one field become cells.
 struct Spalte {
     QString name;
@@ -59,12 +71,7 @@ class Bau {
     Bau(Mappe& mappe, const engine::TabellenDef& def)
         : mappe_(mappe), def_(def), stile_(mappe), datum1904_(mappe.datum1904()) {
         if (mappe.biff8()) texte_.emplace(mappe);
-        if (def.felder.size() > size_t(kMaxSpalten))
-            passtNicht(
-                QStringLiteral("Die Tabelle '%1' hat mehr als 256 Felder; mehr Spalten hat ein Tabellenblatt "
-                               "von Excel nicht. Verwenden Sie eine Access-Datenbank.")
-                    .arg(def.name));
-        zeilenzahlPruefen(def.zeilen);
+        blattUmfangPruefen(def, mappe.biff8());
     }
 
     Neublatt bauen(engine::Zeilenquelle& quelle) {
@@ -75,7 +82,7 @@ class Bau {
         for (size_t i = 0; i < def_.felder.size(); ++i)
             text(int(i), stile_.allgemein(), kopfzelle(def_.felder[i]));
         for (engine::Zeile zeile; quelle.naechste(zeile);) {
-            zeilenzahlPruefen(++zeile_);
+            zeilenzahlPruefen(def_.name, ++zeile_, mappe_.biff8());
             for (size_t i = 0; i < zeile.size() && i < spalten_.size(); ++i) zelle(int(i), zeile[i]);
             Atempause();
         }
@@ -88,17 +95,6 @@ class Bau {
     }
 
   private:
-    void zeilenzahlPruefen(qint64 zeilen) const {
-        if (zeilen < mappe_.maxZeilen()) return;
-        const QString rat =
-            mappe_.biff8()
-                ? QStringLiteral("Verwenden Sie eine Access-Datenbank, oder teilen Sie die Tabelle auf.")
-                : QStringLiteral("Speichern Sie die Arbeitsmappe im Format von Excel 97-2003.");
-        passtNicht(QStringLiteral("Die Tabelle '%1' passt nicht in die Arbeitsmappe: Ein Tabellenblatt nimmt "
-                                  "höchstens %2 Datensätze auf. %3")
-                       .arg(def_.name, deutsch(mappe_.maxZeilen() - 1), rat));
-    }
-
     // The header of a copied column, where its field is still called after it.
     static QString kopfzelle(const engine::FeldDef& feld) {
         Spalteneigenes eigenes;
@@ -296,6 +292,15 @@ class Bau {
 };
 
 }  // namespace
+
+void blattUmfangPruefen(const engine::TabellenDef& def, bool biff8) {
+    if (def.felder.size() > size_t(kMaxSpalten))
+        passtNicht(
+            QStringLiteral("Die Tabelle '%1' hat mehr als 256 Felder; mehr Spalten hat ein Tabellenblatt "
+                           "von Excel nicht. Verwenden Sie eine Access-Datenbank.")
+                .arg(def.name));
+    zeilenzahlPruefen(def.name, def.zeilen, biff8);
+}
 
 Neublatt blattBauen(Mappe& mappe, const engine::TabellenDef& def, engine::Zeilenquelle& zeilen) {
     return Bau(mappe, def).bauen(zeilen);

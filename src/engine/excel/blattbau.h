@@ -14,6 +14,10 @@ struct Neublatt {
     int zellen = 0;  // cells written, the header's among them
 };
 
+// Raises kSystemgrenze for more fields than a sheet has columns and, where `def.zeilen` tells, for more rows
+// than it takes beside its header.
+void blattUmfangPruefen(const engine::TabellenDef& def, bool biff8);
+
 // The texts and formats that the rows need enter the workbook; its sheets stay as they are. Null and "" give
 // no cell. Raises kSystemgrenze for what does not fit (rows, columns, long texts, characters that the code
 // page lacks, bytes); the workbook in memory is then of no use any more.

@@ -41,7 +41,7 @@ class Mappe {
 
     bool biff8() const { return biff8_; }
     int maxSatz() const { return biff8_ ? kMaxSatz8 : kMaxSatz5; }
-    int maxZeilen() const { return biff8_ ? 65536 : 16384; }
+    static int maxZeilen(bool biff8) { return biff8 ? 65536 : 16384; }
     bool datum1904() const;
     const Codeseite& codeseite() const { return codeseite_; }
     // The number that CODEPAGE says; -1 without one.

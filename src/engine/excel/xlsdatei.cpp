@@ -9,6 +9,7 @@
 
 #include "base/fehler.h"
 #include "engine/excel/behaelter.h"
+#include "engine/excel/blattbau.h"
 #include "engine/excel/blattname.h"
 #include "engine/excel/blatttabelle.h"
 #include "engine/excel/schreiber.h"
@@ -74,8 +75,8 @@ void behaelterPruefen(const Behaelter& behaelter) {
                            "Namen."));
 }
 
-void schreibbarVerlangen(const QByteArray& strom) {
-    if (const QString grund = Mappe(strom).schreibhindernis(); !grund.isEmpty()) nichtBearbeitbar(grund);
+void schreibbarVerlangen(const Mappe& mappe) {
+    if (const QString grund = mappe.schreibhindernis(); !grund.isEmpty()) nichtBearbeitbar(grund);
 }
 
 void tabellenVerlangen(const Arbeitsmappe& mappe, const QString& pfad) {
@@ -169,8 +170,12 @@ void XlsDatei::laden() {
     const Behaelter behaelter(datei);
     mappe_ = std::make_shared<Arbeitsmappe>(mappenstrom(behaelter).bytes);
     behaelterPruefen(behaelter);
-    for (const Behaeltereintrag& eintrag : behaelter.eintraege())
-        if (eintrag.heisst(kStrom8) || eintrag.heisst(kStrom5)) schreibbarVerlangen(eintrag.bytes);
+    for (const Behaeltereintrag& eintrag : behaelter.eintraege()) {
+        if (!eintrag.heisst(kStrom8) && !eintrag.heisst(kStrom5)) continue;
+        const Mappe mappe(eintrag.bytes);
+        schreibbarVerlangen(mappe);
+        nurBiff8_ = nurBiff8_ && mappe.biff8();
+    }
     tabellenVerlangen(*mappe_, pfad_);
 }
 
@@ -234,6 +239,11 @@ engine::Hinweise XlsDatei::anwenden(const std::vector<engine::Aenderung>& aender
 bool XlsDatei::nameErlaubt(const QString& name) const {
     return blattnameErlaubt(name) &&
            nameFreiNebenAnderem(mappe_->mappe(), mappe_->definitionen(), mappe_->tabellen(), name);
+}
+
+void XlsDatei::tabellePruefen(const engine::TabellenDef& def) const {
+    engine::Datenbankdatei::tabellePruefen(def);
+    blattUmfangPruefen(def, nurBiff8_);
 }
 
 void XlsDatei::feldnamePruefen(const QString& name) const {

@@ -23,6 +23,7 @@ class XlsDatei : public engine::Datenbankdatei {
     std::unique_ptr<engine::Zeilenquelle> zeilenLesen(const QString& tabelle) override;
     engine::Hinweise anwenden(const std::vector<engine::Aenderung>& aenderungen) override;
     bool nameErlaubt(const QString& name) const override;
+    void tabellePruefen(const engine::TabellenDef& def) const override;
     void feldnamePruefen(const QString& name) const override;
 
   private:
@@ -31,6 +32,7 @@ class XlsDatei : public engine::Datenbankdatei {
 
     QString pfad_;
     engine::Dateistand stand_;
+    bool nurBiff8_ = true;  // false also for a file that holds the workbook in both formats
     std::shared_ptr<const Arbeitsmappe> mappe_;  // shared with the rows that are being read
     // What the rows read so far had to tell; told with the next change.
     std::shared_ptr<engine::Hinweise> gelesen_;

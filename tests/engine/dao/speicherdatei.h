@@ -26,8 +26,9 @@ struct Speicherinhalt {
     engine::Hinweise oeffnungshinweise;              // told by the catalogue
     QStringList protokoll;                           // what was read and written, in order
     bool nurLesbar = false;
-    QChar fehlendesZeichen;  // no table holds it; none when null
-    QString passwort;        // as the opener got it
+    qint64 meisteZeilen = -1;  // that a new table may have; -1 for any number
+    QChar fehlendesZeichen;    // no table holds it; none when null
+    QString passwort;          // as the opener got it
     // A new table is called so by the file, as a workbook calls a sheet "Name$"; and a second one appears
     // beside it.
     QString endungNeuer;
@@ -81,6 +82,12 @@ class Speicherdatei : public engine::Datenbankdatei {
 
     void feldnamePruefen(const QString& name) const override {
         if (name.contains(u'.')) throw EngineFehler(kUngueltigerName, QStringLiteral("Feldname mit Punkt."));
+    }
+
+    void tabellePruefen(const engine::TabellenDef& def) const override {
+        Datenbankdatei::tabellePruefen(def);
+        if (inhalt_.meisteZeilen >= 0 && def.zeilen > inhalt_.meisteZeilen)
+            throw EngineFehler(kSystemgrenze, QStringLiteral("'%1' hat zu viele Zeilen.").arg(def.name));
     }
 
     bool nameErlaubt(const QString& name) const override {

@@ -51,6 +51,40 @@ TEST_F(DefinitionenTest, NurZumLesenGeoeffnetesLehntJedeAenderungSofortAb) {
     EXPECT_EQ(spalte(QStringLiteral("Kunden"), u"Nr"), u"1 2 3 4 5");
 }
 
+TEST_F(DefinitionenTest, WasEinerKopieImWegStehtWirdVorherGesagt) {
+    inhalt.meisteZeilen = 5;
+    oeffnen();
+    const dao::TableDef& kunden = tabelle(u"Kunden");
+    const int felder = kunden.Fields().Count();
+    const auto neue = [&](int anzahl, const QString& letztes) {
+        std::vector<dao::Field> liste;
+        for (int i = 1; i < anzahl; ++i)
+            liste.push_back(kunden.CreateField(QStringLiteral("Neu%1").arg(i), dao::dbText, 20));
+        liste.push_back(kunden.CreateField(letztes, dao::dbText, 20));
+        return liste;
+    };
+    const struct {
+        int anzahl;
+        const char16_t* letztes;
+        qint64 zeilen;
+        int fehler;
+    } faelle[] = {{1, u"Weg", 5, 0},
+                  {1, u"We.g", 5, kUngueltigerName},
+                  {1, u"Weg", 6, kSystemgrenze},
+                  {1, u"Weg", -1, 0},
+                  {dao::kMaxFelder - felder, u"Weg", 5, 0},
+                  {dao::kMaxFelder - felder + 1, u"Weg", 5, kZuVieleFelder}};
+    for (const auto& fall : faelle) {
+        SCOPED_TRACE(fall.anzahl);
+        EXPECT_EQ(fehlerVon([&] {
+                      kunden.KopiePruefen(QStringLiteral("Kopie"),
+                                          neue(fall.anzahl, QString::fromUtf16(fall.letztes)), fall.zeilen);
+                  }),
+                  fall.fehler);
+    }
+    EXPECT_FALSE(db->ungesichert());
+}
+
 TEST_F(DefinitionenTest, EinzelheitenEinerTabelleDerDatei) {
     inhalt.tabellen[1].def.attribute = dao::dbSystemObject;
     oeffnen();

@@ -72,6 +72,19 @@ TEST_F(DbaseGrenzen, AbgelehntMitFeldUndZeile) {
     EXPECT_EQ(versuch(feld(kX, dao::dbBinary, 10), {}), kSystemgrenze);
 }
 
+TEST_F(DbaseGrenzen, NeueFeldnamen) {
+    const dbase::DbaseOrdner datei(ordner.path());
+    for (const char16_t* gut : {u"Weg", u"HAUSNUMMER", u"Straße_2", u"ÄÖÜ"})
+        EXPECT_EQ(fehlerVon([&] { datei.feldnamePruefen(QString::fromUtf16(gut)); }), 0);
+    for (const char16_t* schlecht :
+         {u"", u"Postleitzahl", u"2Weg", u"Weg Nr", u"Weg-Nr", u"Čapek", u"_Weg"}) {
+        EXPECT_EQ(fehlerVon([&] { datei.feldnamePruefen(QString::fromUtf16(schlecht)); }, &text),
+                  kUngueltigerName)
+            << QString::fromUtf16(schlecht).toStdString();
+        EXPECT_TRUE(genannt({u"10 Buchstaben"})) << text.toStdString();
+    }
+}
+
 TEST_F(DbaseGrenzen, FelderUndSatzlaenge) {
     std::vector<FeldDef> felder;
     for (int i = 0; i < 256; ++i) felder.push_back(feld(QStringLiteral("F%1").arg(i), dao::dbByte));

@@ -43,6 +43,31 @@ TEST_F(ExcelDatei, NamenVonTabellenUndFeldern) {
         EXPECT_EQ(fehlerVon([&] { mappe.feldnamePruefen(schlecht); }), kUngueltigerName);
 }
 
+// A file for Excel 5/95 and 97 at once has the limits of the older one.
+TEST_F(ExcelDatei, ZuVieleZeilenUndFelderWerdenVorDenZeilenGesagt) {
+    const std::pair<const char*, int> mappen[] = {
+        {"SimpleMultiCell.xls", 65535}, {"testEXCEL_95.xls", 16383}, {"SimpleWithPageBreaks.xls", 16383}};
+    for (const auto& [name, meiste] : mappen) {
+        SCOPED_TRACE(name);
+        PROBE_ODER_UEBERSPRINGEN(name);
+        const excel::XlsDatei mappe(kopie(name));
+        engine::TabellenDef def = kleine("Neu").def;
+        QString text;
+        for (const qint64 zeilen : {qint64(-1), qint64(0), qint64(meiste)}) {
+            def.zeilen = zeilen;
+            EXPECT_EQ(fehlerVon([&] { mappe.tabellePruefen(def); }), 0) << zeilen;
+        }
+        def.zeilen = meiste + 1;
+        EXPECT_EQ(fehlerVon([&] { mappe.tabellePruefen(def); }, &text), kSystemgrenze);
+        EXPECT_TRUE(text.contains(meiste == 65535 ? "65.535" : "16.383")) << text.toStdString();
+        def.zeilen = -1;
+        while (def.felder.size() < 257) def.felder.push_back(neuetabelle::feld(u"F", dao::dbText, 9));
+        EXPECT_EQ(fehlerVon([&] { mappe.tabellePruefen(def); }), kSystemgrenze);
+        def.felder.pop_back();
+        EXPECT_EQ(fehlerVon([&] { mappe.tabellePruefen(def); }), 0);
+    }
+}
+
 TEST_F(ExcelDatei, KopfzellenWerdenFeldnamen) {
     EXPECT_EQ(excel::feldnamen({"Name", "", "name", "Str.", "a!b\nc", " ", "Name", "[x]", QString(70, 'y')}),
               (std::vector<QString>{"Name", "F2", "name1", "Str#", "a_b_c", "F6", "Name2", "(x)",
