@@ -19,7 +19,8 @@ namespace {
 
 std::optional<Dateistand> standVon(const QString& pfad) {
     struct stat angaben {};
-    if (::stat(QFile::encodeName(pfad).constData(), &angaben) != 0) return std::nullopt;
+    if (::stat(QFile::encodeName(pfad).constData(), &angaben) != 0 || !S_ISREG(angaben.st_mode))
+        return std::nullopt;
     return Dateistand{qint64(angaben.st_size),
                       qint64(angaben.st_mtim.tv_sec) * 1'000'000'000 + angaben.st_mtim.tv_nsec,
                       quint64(angaben.st_dev), quint64(angaben.st_ino)};
@@ -29,6 +30,7 @@ std::optional<Dateistand> standVon(const QString& pfad) {
 
 Dateistand dateistandLesen(const QString& pfad) {
     if (const auto stand = standVon(pfad)) return *stand;
+    if (QFileInfo::exists(pfad)) keineDatei(pfad);
     throw EngineFehler(kDateiFehlt,
                        QStringLiteral("Die Datei '%1' ist nicht vorhanden oder nicht erreichbar.").arg(pfad));
 }

@@ -16,7 +16,7 @@ struct Dateistand {
     bool operator==(const Dateistand&) const = default;
 };
 
-// The present state of a file, symbolic links followed. Raises kDateiFehlt.
+// The present state of a regular file, symbolic links followed. Raises kDateiFehlt, kDateifehler.
 Dateistand dateistandLesen(const QString& pfad);
 
 // Raises kDateiGeaendert when the file is no longer what `stand` says, kDateiFehlt when it is gone.

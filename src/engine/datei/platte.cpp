@@ -8,12 +8,12 @@
 #include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
-#include <QSysInfo>
 #include <cerrno>
 #include <cstring>
 
 #include "base/atempause.h"
 #include "base/fehler.h"
+#include "engine/datei/prozess.h"
 
 namespace engine {
 namespace {
@@ -32,8 +32,21 @@ void kopieren(int von, int nach, const QString& pfad) {
     }
 }
 
+// A file's name may have 255 bytes; the private one has some forty more. What is cut off still tells two
+// apart.
+QString gekuerzt(const QString& name) {
+    constexpr qsizetype kLaengster = 200;
+    constexpr qsizetype kImmerKurzGenug = 50;
+    const QByteArray roh = QFile::encodeName(name);
+    if (roh.size() <= kLaengster) return name;
+    return name.left(kImmerKurzGenug) + u'~' +
+           QString::fromLatin1(QCryptographicHash::hash(roh, QCryptographicHash::Sha256).toHex().left(16));
+}
+
 QString nameDaneben(const QString& ziel, int versuch) {
-    return QStringLiteral("%1.lindgarn-%2-%3-%4").arg(ziel, Rechnerkennung()).arg(::getpid()).arg(versuch);
+    // Not by `arg`, to which a "%2C" in a name would be a place to fill in.
+    return QFileInfo(ziel).path() + u'/' + beinamenanfang(QFileInfo(ziel).fileName()) +
+           prozesskennung(eigenerProzess()) + u'-' + QString::number(versuch);
 }
 
 // Mode, owner and group of another file.
@@ -78,12 +91,6 @@ Beiname neueDatei(const QString& ziel, const QString& vorbild, bool mitInhalt) {
 
 }  // namespace
 
-QString Rechnerkennung() {
-    static const QString kennung = QString::fromLatin1(
-        QCryptographicHash::hash(QSysInfo::machineUniqueId(), QCryptographicHash::Sha256).toHex().left(8));
-    return kennung;
-}
-
 Griff::~Griff() {
     if (fd_ >= 0) ::close(fd_);
 }
@@ -115,9 +122,23 @@ void systemfehler(const QString& pfad, const QString& was) {
                                          .arg(name, was, QString::fromLocal8Bit(std::strerror(grund))));
 }
 
+QString beinamenanfang(const QString& name) {
+    return gekuerzt(name) + QStringLiteral(".lindgarn-");
+}
+
+void keineDatei(const QString& pfad) {
+    throw EngineFehler(kDateifehler,
+                       QStringLiteral("'%1' ist keine gewöhnliche Datei. Wählen Sie eine andere.")
+                           .arg(QFileInfo(pfad).fileName()));
+}
+
 Griff zumLesenOeffnen(const QString& pfad) {
-    Griff griff(::open(QFile::encodeName(pfad).constData(), O_RDONLY | O_CLOEXEC));
+    // A pipe would wait for its other end.
+    Griff griff(::open(QFile::encodeName(pfad).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!griff.offen()) systemfehler(pfad, QStringLiteral("gelesen"));
+    struct stat angaben {};
+    if (::fstat(*griff, &angaben) != 0) systemfehler(pfad, QStringLiteral("gelesen"));
+    if (!S_ISREG(angaben.st_mode)) keineDatei(pfad);
     return griff;
 }
 

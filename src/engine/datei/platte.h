@@ -42,15 +42,17 @@ class Beiname {
 // kDateifehler. `was` fits "kann nicht ... werden".
 [[noreturn]] void systemfehler(const QString& pfad, const QString& was);
 
-// Opens for reading or raises as `systemfehler`.
+// Raises kDateifehler for what is no regular file: a folder, a pipe, a device.
+[[noreturn]] void keineDatei(const QString& pfad);
+
+// Opens a regular file for reading or raises as `systemfehler` and `keineDatei`.
 Griff zumLesenOeffnen(const QString& pfad);
 
 // The file that a symbolic link in the end leads to; the path itself when it leads nowhere.
 QString zielVon(const QString& pfad);
 
-// Eight letters and digits that stand for this computer in the names of temporary files: on a shared drive
-// nobody takes the files of a program that runs elsewhere for refuse.
-QString Rechnerkennung();
+// What the private names of a file begin with: its name, of a very long one a part, and a mark.
+QString beinamenanfang(const QString& name);
 
 // A new, empty file beside `ziel`, under a private name that no program takes for data. With a file as
 // `vorbild` it gets that one's mode, owner and group, else those of any new file.

@@ -2,12 +2,12 @@
 #include "engine/datei/vorgangsbuch.h"
 
 #include <fcntl.h>
-#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -17,6 +17,7 @@
 
 #include "base/fehler.h"
 #include "engine/datei/platte.h"
+#include "engine/datei/prozess.h"
 
 namespace engine {
 namespace {
@@ -27,12 +28,33 @@ QByteArray roh(const QString& pfad) {
     return QFile::encodeName(pfad);
 }
 
-QString buchname(qint64 prozess) {
-    return QStringLiteral("lindgarn-%1-%2.vorgang").arg(Rechnerkennung()).arg(prozess);
+QString buchname(const Prozess& prozess) {
+    return QStringLiteral("lindgarn-%1.vorgang").arg(prozesskennung(prozess));
 }
 
-bool laeuft(qint64 prozess) {
-    return prozess == ::getpid() || ::kill(pid_t(prozess), 0) == 0 || errno != ESRCH;
+// The process whose numbers are the two groups of the form; nothing where the form does not fit.
+std::optional<Prozess> prozessAus(const QRegularExpression& form, const QString& name) {
+    const QRegularExpressionMatch fund = form.match(name);
+    if (!fund.hasMatch()) return std::nullopt;
+    return Prozess{fund.captured(1).toLongLong(), fund.captured(2).toULongLong()};
+}
+
+std::optional<Prozess> prozessAusBuchname(const QString& name) {
+    static const QRegularExpression form(QStringLiteral("\\Alindgarn-%1\\.vorgang\\z").arg(prozessmuster()));
+    return prozessAus(form, name);
+}
+
+// Private names are "<name of the file>.lindgarn-<computer>-<process>-<its beginning>-<number>".
+std::optional<Prozess> prozessAusBeinamen(const QString& name) {
+    static const QRegularExpression form(
+        QStringLiteral("\\A.+\\.lindgarn-%1-[0-9]{1,9}\\z").arg(prozessmuster()),
+        QRegularExpression::DotMatchesEverythingOption);
+    return prozessAus(form, name);
+}
+
+// Not by QDir, to which a name with a colon in front is none in the folder.
+QString darin(const QString& ordner, const QString& name) {
+    return ordner + u'/' + name;
 }
 
 quint64 knotenVon(const QString& pfad) {
@@ -57,17 +79,33 @@ bool istName(const QString& name) {
 }
 
 // Only what the running program writes: names in this folder, old content under a private name of that file.
-bool zulaessig(const Buchung& b, qint64 prozess) {
+bool zulaessig(const Buchung& b, const Prozess& prozess) {
     if (!istName(b.ziel)) return false;
     if (b.alt.isEmpty()) return b.knoten != 0;
-    return istName(b.alt) && b.alt.startsWith(b.ziel + u'.') && prozessAusName(b.alt) == prozess;
+    return istName(b.alt) && b.alt.startsWith(beinamenanfang(b.ziel)) && prozessAusBeinamen(b.alt) == prozess;
+}
+
+// Where all may put files and none may take those of others away, a book of somebody else would do it for
+// him.
+bool darfBestimmen(const QString& ordner, const QString& buch) {
+    struct stat dort {};
+    struct stat angaben {};
+    return ::stat(roh(ordner).constData(), &dort) == 0 && ::lstat(roh(buch).constData(), &angaben) == 0 &&
+           ((dort.st_mode & S_ISVTX) == 0 || angaben.st_uid == ::geteuid());
+}
+
+std::optional<QByteArray> inhalt(const QString& pfad) {
+    QFile datei(pfad);
+    if (!QFileInfo(pfad).isFile() || !datei.open(QIODevice::ReadOnly) || datei.size() > kGroesstesBuch)
+        return std::nullopt;
+    return datei.readAll();
 }
 
 // Nothing when the book is not one of ours: it is then left alone.
-std::optional<std::vector<Buchung>> lesen(const QString& pfad, qint64 prozess) {
-    QFile datei(pfad);
-    if (!datei.open(QIODevice::ReadOnly) || datei.size() > kGroesstesBuch) return std::nullopt;
-    const QJsonDocument dokument = QJsonDocument::fromJson(datei.readAll());
+std::optional<std::vector<Buchung>> lesen(const QString& pfad, const Prozess& prozess) {
+    const std::optional<QByteArray> text = inhalt(pfad);
+    if (!text) return std::nullopt;
+    const QJsonDocument dokument = QJsonDocument::fromJson(*text);
     // A crash while the book was written: the change had not begun.
     if (!dokument.isArray()) return std::vector<Buchung>();
     std::vector<Buchung> buchungen;
@@ -81,16 +119,22 @@ std::optional<std::vector<Buchung>> lesen(const QString& pfad, qint64 prozess) {
     return buchungen;
 }
 
+// A folder is none of ours.
+bool istOrdner(const QString& pfad) {
+    const QFileInfo angaben(pfad);
+    return angaben.isDir() && !angaben.isSymLink();
+}
+
 // False when a file could not be put back.
-bool zuruecknehmen(const QDir& ordner, const Buchung& b) {
-    const QString ziel = ordner.filePath(b.ziel);
+bool zuruecknehmen(const QString& ordner, const Buchung& b) {
+    const QString ziel = darin(ordner, b.ziel);
     if (b.alt.isEmpty()) {
-        if (knotenVon(ziel) != b.knoten) return true;
+        if (knotenVon(ziel) != b.knoten || istOrdner(ziel)) return true;
         return ::unlink(roh(ziel).constData()) == 0;
     }
-    const QString alt = ordner.filePath(b.alt);
+    const QString alt = darin(ordner, b.alt);
     const quint64 alter = knotenVon(alt);
-    if (alter == 0) return true;
+    if (alter == 0 || istOrdner(alt) || istOrdner(ziel)) return true;
     // Somebody else's file has taken the place since.
     const quint64 jetzt = knotenVon(ziel);
     if (jetzt != 0 && jetzt != alter && jetzt != b.knoten) return true;
@@ -98,18 +142,14 @@ bool zuruecknehmen(const QDir& ordner, const Buchung& b) {
     return ::rename(roh(alt).constData(), roh(ziel).constData()) == 0;
 }
 
-void buchFolgen(const QDir& ordner, const QString& name, qint64 prozess) {
-    const auto buchungen = lesen(ordner.filePath(name), prozess);
+void buchFolgen(const QString& ordner, const QString& name, const Prozess& prozess) {
+    const QString buch = darin(ordner, name);
+    const auto buchungen = darfBestimmen(ordner, buch) ? lesen(buch, prozess) : std::nullopt;
     if (!buchungen) return;
     for (auto b = buchungen->rbegin(); b != buchungen->rend(); ++b)
         if (!zuruecknehmen(ordner, *b)) return;
-    ::unlink(roh(ordner.filePath(name)).constData());
-}
-
-qint64 prozessAusBuchname(const QString& name) {
-    static const QRegularExpression form(
-        QStringLiteral("\\Alindgarn-%1-([0-9]{1,9})\\.vorgang\\z").arg(Rechnerkennung()));
-    return form.match(name).captured(1).toLongLong();
+    ordnerAufPlatteBringen(buch);
+    ::unlink(roh(buch).constData());
 }
 
 [[noreturn]] void unterbrochene(const QString& ordner) {
@@ -122,15 +162,8 @@ qint64 prozessAusBuchname(const QString& name) {
 
 }  // namespace
 
-qint64 prozessAusName(const QString& name) {
-    static const QRegularExpression form(
-        QStringLiteral("\\A.+\\.lindgarn-%1-([0-9]{1,9})-[0-9]{1,9}\\z").arg(Rechnerkennung()),
-        QRegularExpression::DotMatchesEverythingOption);
-    return form.match(name).captured(1).toLongLong();
-}
-
 Vorgangsbuch::Vorgangsbuch(const QString& ordner, const std::vector<Buchung>& buchungen)
-    : pfad_(QDir(ordner).filePath(buchname(::getpid()))) {
+    : pfad_(QDir(ordner).filePath(buchname(eigenerProzess()))) {
     const QByteArray text = alsText(buchungen);
     const Griff griff(::open(roh(pfad_).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
     if (!griff.offen() && errno == EEXIST) unterbrochene(ordner);
@@ -154,18 +187,17 @@ void Vorgangsbuch::verwerfen() {
     pfad_.clear();
 }
 
-void ueberbleibselRaeumen(const QString& pfad) {
-    const QDir ordner(pfad);
+void ueberbleibselRaeumen(const QString& ordner) {
     const QDir::Filters dateien = QDir::Files | QDir::Hidden | QDir::System | QDir::NoSymLinks;
-    const QStringList buecher = ordner.entryList({QStringLiteral("lindgarn-*.vorgang")}, dateien);
-    for (const QString& name : buecher)
-        if (const qint64 prozess = prozessAusBuchname(name); prozess != 0 && !laeuft(prozess))
-            buchFolgen(ordner, name, prozess);
-    for (const QString& name : ordner.entryList({QStringLiteral("*.lindgarn-*")}, dateien)) {
-        const qint64 prozess = prozessAusName(name);
+    const QDir verzeichnis(ordner);
+    for (const QString& name : verzeichnis.entryList({QStringLiteral("lindgarn-*.vorgang")}, dateien))
+        if (const auto prozess = prozessAusBuchname(name); prozess && !laeuft(*prozess))
+            buchFolgen(ordner, name, *prozess);
+    for (const QString& name : verzeichnis.entryList({QStringLiteral("*.lindgarn-*")}, dateien)) {
+        const auto prozess = prozessAusBeinamen(name);
         // What a book still speaks of is not refuse.
-        if (prozess == 0 || laeuft(prozess) || ordner.exists(buchname(prozess))) continue;
-        ::unlink(roh(ordner.filePath(name)).constData());
+        if (!prozess || laeuft(*prozess) || verzeichnis.exists(buchname(*prozess))) continue;
+        ::unlink(roh(darin(ordner, name)).constData());
     }
 }
 

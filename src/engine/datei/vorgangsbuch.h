@@ -42,9 +42,4 @@ class Vorgangsbuch {
 // raises; what cannot be cleared now stays for the next time.
 void ueberbleibselRaeumen(const QString& ordner);
 
-// The number of the process of this computer that a private name belongs to; 0 for all other names. The form
-// is
-// "<name of the file>.lindgarn-<computer>-<process>-<number>".
-qint64 prozessAusName(const QString& name);
-
 }  // namespace engine

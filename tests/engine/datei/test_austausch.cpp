@@ -1,6 +1,7 @@
 // The swap of a file: all or nothing, nobody else's change overwritten, mode, owner and links kept.
 #include "engine/datei/austausch.h"
 #include "engine/datei/platte.h"
+#include "engine/datei/prozess.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -223,11 +224,30 @@ TEST_F(AustauschTest, VerweisBleibtVerweisUndSeinZielWirdErsetzt) {
 
 TEST_F(AustauschTest, RestEinesFrueherenVersuchsStoertNicht) {
     const QString rest =
-        QStringLiteral("%1.lindgarn-%2-%3-0").arg(pfad, engine::Rechnerkennung()).arg(::getpid());
+        pfad + QStringLiteral(".lindgarn-%1-0").arg(engine::prozesskennung(engine::eigenerProzess()));
     schreiben(rest, "rest");
     dateiAustauschen(pfad, dateistandLesen(pfad), neuSchreiben, gutheissen);
     EXPECT_EQ(lesen(pfad), "neu");
     EXPECT_EQ(lesen(rest), "rest");
+}
+
+// A pipe would wait for its other end for ever.
+TEST_F(AustauschTest, WasKeineDateiIstWirdNichtGelesen) {
+    const QString leitung = ordner.filePath(QStringLiteral("b.mdb"));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(leitung).constData(), 0600), 0);
+    for (const QString& keine : {leitung, ordner.path(), QStringLiteral("/dev/null")}) {
+        SCOPED_TRACE(keine.toStdString());
+        EXPECT_EQ(fehlerVon([&] { dateistandLesen(keine); }), kDateifehler);
+        EXPECT_EQ(fehlerVon([&] { engine::zumLesenOeffnen(keine); }), kDateifehler);
+    }
+}
+
+TEST_F(AustauschTest, DerLaengsteNameDenEineDateiHabenKann) {
+    const QString lang = ordner.filePath(QString(251, u'x') + QStringLiteral(".mdb"));
+    schreiben(lang, "alt");
+    dateiAustauschen(lang, dateistandLesen(lang), neuSchreiben, gutheissen);
+    EXPECT_EQ(lesen(lang), "neu");
+    EXPECT_EQ(dateien().size(), 2);
 }
 
 TEST_F(AustauschTest, SchreibgeschuetzteDateiIst3027) {

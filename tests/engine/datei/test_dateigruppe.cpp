@@ -16,6 +16,7 @@
 #include <map>
 
 #include "base/fehler.h"
+#include "engine/datei/prozess.h"
 #include "engine/datei/vorgangsbuch.h"
 #include "gemeinsam/fehlernummer.h"
 
@@ -159,7 +160,7 @@ TEST_F(DateigruppeTest, FuehrtAuchUeberEinenEinzigenSchrittBuch) {
 
 TEST_F(DateigruppeTest, SchreibtKeinBuchUeberEinesVonFrueher) {
     const QString buch =
-        QStringLiteral("lindgarn-%1-%2.vorgang").arg(engine::Rechnerkennung()).arg(::getpid());
+        QStringLiteral("lindgarn-%1.vorgang").arg(engine::prozesskennung(engine::eigenerProzess()));
     schreiben(ordner.filePath(buch), "von frueher");
     std::map<QString, QByteArray> vorher = anfang;
     vorher[buch] = "von frueher";
