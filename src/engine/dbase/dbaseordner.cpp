@@ -133,6 +133,11 @@ void DbaseOrdner::tabellenSuchen() {
         }
     }
     if (tabellen_.empty() && !hinweise_.empty()) keineLesbar(hinweise_);
+    if (const int namenlose = ordner.namenlose(); namenlose > 0)
+        hinweise_.push_back(
+            QStringLiteral("Im Ordner liegen .dbf-Dateien, deren Namen nicht gelesen werden können; sie "
+                           "werden nicht angezeigt (%1). Benennen Sie sie um.")
+                .arg(namenlose));
     for (const QString& datei : doppelte)
         hinweise_.push_back(
             QStringLiteral("Die Datei '%1' heißt bis auf die Großschreibung wie eine andere und "

@@ -3,7 +3,10 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 namespace dbase {
 namespace {
@@ -41,13 +44,21 @@ QString endungWie(const QString& vorbild, const QString& endung) {
 Ordner::Ordner(const QString& pfad)
     : pfad_(pfad), dateien_(QDir(pfad).entryList(QDir::Files | QDir::System, QDir::Unsorted)) {
     std::sort(dateien_.begin(), dateien_.end());
+    for (const QString& name : dateien_) nachName_[name.toCaseFolded()] << name;
+}
+
+// The files that are called so in any case of letters, in byte order.
+QStringList Ordner::schreibungen(const QString& name) const {
+    QStringList alle = nachName_.value(name.toCaseFolded());
+    alle.removeIf([&](const QString& andere) { return !gleich(andere, name); });
+    return alle;
 }
 
 QStringList Ordner::tabellendateien(QStringList* doppelte) const {
     QStringList namen;
     for (const QString& name : dateien_) {
         if (!gleich(endungVon(name), QStringLiteral("dbf")) || stammVon(name).isEmpty()) continue;
-        if (!enthaelt(namen, name))
+        if (schreibungen(name).first() == name)
             namen << name;
         else if (doppelte)
             *doppelte << name;
@@ -57,18 +68,30 @@ QStringList Ordner::tabellendateien(QStringList* doppelte) const {
     return namen;
 }
 
+int Ordner::namenlose() const {
+    int anzahl = 0;
+    std::error_code fehler;
+    const std::filesystem::path ordner(QFile::encodeName(pfad_).constData());
+    for (std::filesystem::directory_iterator eintrag(ordner, fehler), ende; !fehler && eintrag != ende;
+         eintrag.increment(fehler)) {
+        const QByteArray roh = QByteArray::fromStdString(eintrag->path().filename().string());
+        const QString name = QFile::decodeName(roh);
+        if (gleich(endungVon(name), QStringLiteral("dbf")) && QFile::encodeName(name) != roh) ++anzahl;
+    }
+    return anzahl;
+}
+
 // Whether there is a table that is spelled as the file is.
 bool Ordner::gehoertAnderer(const QString& datei) const {
-    return std::any_of(dateien_.begin(), dateien_.end(), [&](const QString& name) {
-        return gleich(endungVon(name), QStringLiteral("dbf")) && name != datei &&
-               stammVon(name) == stammVon(datei);
+    const QStringList tabellen = schreibungen(stammVon(datei) + QStringLiteral(".dbf"));
+    return std::any_of(tabellen.begin(), tabellen.end(), [&](const QString& name) {
+        return name != datei && stammVon(name) == stammVon(datei);
     });
 }
 
 QString Ordner::datei(const QString& stamm, const QString& endung) const {
     QString fund;
-    for (const QString& name : dateien_) {
-        if (!gleich(name, stamm + u'.' + endung)) continue;
+    for (const QString& name : schreibungen(stamm + u'.' + endung)) {
         if (name.startsWith(stamm)) return name;
         if (fund.isEmpty() && !gehoertAnderer(name)) fund = name;
     }
@@ -78,7 +101,7 @@ QString Ordner::datei(const QString& stamm, const QString& endung) const {
 QByteArray Ordner::inhalt(const QString& stamm, const QString& endung) const {
     const QString name = datei(stamm, endung);
     QFile quelle(pfadVon(name));
-    if (name.isEmpty() || !quelle.open(QIODevice::ReadOnly)) return {};
+    if (name.isEmpty() || !QFileInfo(quelle).isFile() || !quelle.open(QIODevice::ReadOnly)) return {};
     return quelle.read(kMaxBeiblatt);
 }
 

@@ -1,6 +1,7 @@
 // The files of the folder: which belong to a table.
 #pragma once
 
+#include <QHash>
 #include <QString>
 #include <QStringList>
 #include <vector>
@@ -16,6 +17,8 @@ class Ordner {
     // The names of the .dbf files, sorted without regard to case. Of several that differ in case only, the
     // first in byte order; the others are added to `doppelte`.
     QStringList tabellendateien(QStringList* doppelte = nullptr) const;
+    // How many .dbf files have a name that is no text in the system's character set. They are in no list.
+    int namenlose() const;
     // The file with this stem and extension (without the dot), in any case of letters, but not the companion
     // of a table that differs in case only; the one spelled as asked for comes first. Empty when there is
     // none.
@@ -32,10 +35,12 @@ class Ordner {
     QStringList genannteIndexe(const QString& stamm) const;
 
   private:
+    QStringList schreibungen(const QString& name) const;
     bool gehoertAnderer(const QString& datei) const;
 
     QString pfad_;
     QStringList dateien_;
+    QHash<QString, QStringList> nachName_;  // by the name without regard to case
 };
 
 // A file name without its extension, and the extension without the dot.

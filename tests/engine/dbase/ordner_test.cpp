@@ -49,6 +49,32 @@ class DbaseOrdnerTest : public DbaseTest {
     }
 };
 
+// Nothing else in the folder is waited for: a pipe would be for ever.
+TEST_F(DbaseOrdnerTest, WasKeineDateiIstWirdGenanntUndNichtGelesen) {
+    kunden(kA);
+    for (const char* name : {"B.dbf", "A.cpg", "A.inf"})
+        ASSERT_EQ(::mkfifo(QFile::encodeName(ordner.filePath(QString::fromLatin1(name))).constData(), 0600),
+                  0);
+    dbase::DbaseOrdner datei(ordner.path());
+    EXPECT_EQ(namen(datei.katalogLesen()), QStringList{kA});
+    ASSERT_EQ(datei.katalogLesen().hinweise.size(), 1u);
+    EXPECT_TRUE(datei.katalogLesen().hinweise[0].contains(QStringLiteral("'B.dbf'")));
+}
+
+TEST_F(DbaseOrdnerTest, NamenInEinemAnderenZeichensatzWerdenGemeldet) {
+    kunden(kA);
+    const QByteArray fremd = QFile::encodeName(ordner.path()) + "/M\xfcller.dbf";
+    ASSERT_EQ(
+        ::link(QFile::encodeName(ordner.filePath(QStringLiteral("A.dbf"))).constData(), fremd.constData()),
+        0);
+    dbase::DbaseOrdner datei(ordner.path());
+    EXPECT_EQ(namen(datei.katalogLesen()), QStringList{kA});
+    ASSERT_EQ(datei.katalogLesen().hinweise.size(), 1u);
+    EXPECT_TRUE(datei.katalogLesen().hinweise[0].contains(QStringLiteral("Benennen Sie sie um")));
+    // QTemporaryDir would not find it.
+    ::unlink(fremd.constData());
+}
+
 TEST_F(DbaseOrdnerTest, AnlegenUndWiederLesen) {
     kunden(kA);
     memotabelle(kB, QStringLiteral("Straße "));
