@@ -65,14 +65,22 @@ class Fernsteuerung:
             raise self.Abgelehnt(f"{zeile}: {antwort['error']}")
         return antwort.get("result")
 
-    def in_phase_klicken(self, phase, objekt, ms=GEDULD):
-        """Clicks while the run tells of `phase`. False when the run was over before it was seen."""
+    def im_lauf(self, phase, cmd, **felder):
+        """Starts the prepared run and gives a command while it tells of `phase`; "" is any.
+
+        All is sent at once, since a run may be over before an answer has come and the next command has gone.
+        False when it was over before the phase was seen.
+        """
         zeilen = [
-            self._senden("warten", {"auf": "phase", "wert": phase, "ms": ms}),
-            self._senden("klicken", {"objekt": objekt}),
+            self._senden("klicken", {"objekt": "btnWeiter"}),
+            self._senden("warten", {"auf": "rahmen", "wert": 6, "ms": GEDULD}),
+            self._senden("warten", {"auf": "phase", "wert": phase, "ms": GEDULD}),
+            self._senden(cmd, felder),
         ]
+        for zeile in zeilen[:2]:
+            self._antwort(zeile)
         erfolg = True
-        for zeile in zeilen:
+        for zeile in zeilen[2:]:
             try:
                 self._antwort(zeile)
             except self.Abgelehnt:

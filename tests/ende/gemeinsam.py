@@ -123,9 +123,7 @@ class AmProgramm(unittest.TestCase):
         """
         for _ in range(8):
             vorbereiten()
-            fern.klicken("btnWeiter")
-            fern.warten("rahmen", 6)
-            if fern.in_phase_klicken(phase, knopf):
+            if fern.im_lauf(phase, "klicken", objekt=knopf):
                 return
             fern.warten("fenster", review)
             fern.klicken("btnAbbrechen")

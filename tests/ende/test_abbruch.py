@@ -57,10 +57,7 @@ class ImLauf(VorDemLauf):
 
     def test_fenster_schliessen_im_lauf(self):
         self.von_tabelle_bis_suchoptionen(self.fern, "Adressen")
-        self.fern.klicken("btnWeiter")
-        self.fern.rahmen(6)
-        self.fern.warten("phase", "Durchsuche")
-        self.fern.befehl("beenden")
+        self.assertTrue(self.fern.im_lauf("Durchsuche", "beenden"))
         self.laufabbruch_bejahen(self.fern)
         self.nichts_bleibt()
 
