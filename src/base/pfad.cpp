@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "base/fehler.h"
 #include "base/text.h"
 
 QString DateinameAusPfad(const QString& pfad) {
@@ -25,7 +26,17 @@ Wert DateiEndung(const QString& pfad) {
 bool DateiVorhanden(const QString& pfad) {
     const QString system = SystemPfad(pfad);
     QFile datei(system);
-    return !pfad.isEmpty() && !QFileInfo(system).isDir() && datei.open(QIODevice::ReadOnly);
+    return QFileInfo(system).isFile() && datei.open(QIODevice::ReadOnly);
+}
+
+QByteArray ProgrammdateiLesen(const QString& pfad) {
+    constexpr qint64 kGroesste = 1 << 20;
+    QFile datei(SystemPfad(pfad));
+    if (!datei.open(QIODevice::ReadOnly)) throw EngineFehler(kDateifehler, datei.errorString());
+    if (datei.size() > kGroesste)
+        throw EngineFehler(kDateifehler,
+                           QStringLiteral("Die Datei '%1' ist zu groß.").arg(DateinameAusPfad(pfad)));
+    return datei.readAll();
 }
 
 QString SystemPfad(const QString& pfad) {

@@ -14,8 +14,12 @@ QString VerzeichnisAusPfad(const QString& pfad);
 // The text behind the last ".", trimmed; Empty when there is no "." anywhere, also not in a folder's name.
 Wert DateiEndung(const QString& pfad);
 
-// True when the file can be opened for reading.
+// True when it is a regular file that can be opened for reading.
 bool DateiVorhanden(const QString& pfad);
+
+// The content of a file of the program's own. Raises kDateifehler when it cannot be read or has more
+// than 1 MB, which none of them has.
+QByteArray ProgrammdateiLesen(const QString& pfad);
 
 // The path with every backslash as the system's own separator, ready for the file system.
 QString SystemPfad(const QString& pfad);

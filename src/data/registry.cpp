@@ -1,7 +1,9 @@
 // The per-user store, as a settings file.
 #include "data/registry.h"
 
+#include <QFileInfo>
 #include <QSettings>
+#include <QStandardPaths>
 #include <limits>
 #include <memory>
 
@@ -16,10 +18,18 @@ QString marke() {
     return QStringLiteral("Angelegt");
 }
 
+QString ablagedatei() {
+    if (!ablage.isEmpty()) return ablage;
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/Tessmark/Lindgarn.ini");
+}
+
+// None when what lies there cannot be ours: a pipe would never end, a huge file not soon.
 std::unique_ptr<QSettings> ablageOeffnen() {
-    if (!ablage.isEmpty()) return std::make_unique<QSettings>(ablage, QSettings::IniFormat);
-    return std::make_unique<QSettings>(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("Tessmark"),
-                                       QStringLiteral("Lindgarn"));
+    constexpr qint64 kGroesste = 1 << 20;
+    const QFileInfo datei(ablagedatei());
+    if (datei.exists() && (!datei.isFile() || datei.size() > kGroesste)) return nullptr;
+    return std::make_unique<QSettings>(datei.filePath(), QSettings::IniFormat);
 }
 
 // Every root has a group of its own; a key path becomes nested groups.
@@ -36,6 +46,7 @@ QString wertGruppe(const QString& name) {
 // Opens a key; none when it was never made.
 std::unique_ptr<QSettings> schluesselOeffnen(Schluesselwurzel wurzel, const QString& schluessel) {
     auto einstellungen = ablageOeffnen();
+    if (!einstellungen) return nullptr;
     einstellungen->beginGroup(gruppe(wurzel, schluessel));
     if (einstellungen->allKeys().isEmpty()) einstellungen.reset();
     return einstellungen;
@@ -81,7 +92,8 @@ bool RegWertAbfragen(QSettings& schluessel, const QString& name, Wert& wert) {
 }  // namespace
 
 void RegSchluesselAnlegen(Schluesselwurzel wurzel, const QString& schluessel) {
-    auto einstellungen = ablageOeffnen();
+    const auto einstellungen = ablageOeffnen();
+    if (!einstellungen) return;
     einstellungen->beginGroup(gruppe(wurzel, schluessel));
     einstellungen->setValue(marke(), true);
 }

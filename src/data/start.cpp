@@ -3,7 +3,6 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QFile>
 
 #include "base/pfad.h"
 #include "data/datenzugriff.h"
@@ -16,12 +15,6 @@
 namespace {
 
 QString ordner;  // another program folder; written by ProgrammOrdnerSetzen, empty outside tests
-
-QString oeffnenUndLesen(const QString& pfad) {
-    QFile datei(SystemPfad(pfad));
-    if (!datei.open(QIODevice::ReadOnly)) throw EngineFehler(kDateifehler, datei.errorString());
-    return TextAusBytes(datei.readAll());
-}
 
 }  // namespace
 
@@ -46,7 +39,8 @@ void EinstellungenLaden() {
     // The tables stand before the file is opened, whatever becomes of it.
     EinstellungenAnwenden(QString());
     Schritte s([] { return QStringLiteral("Fehler beim Laden der Einstellungsdatei in Zeile ."); });
-    s.ablauf([&] { s.tu([&] { EinstellungenAnwenden(oeffnenUndLesen(pfad)); }); }, [] { gFehler = true; });
+    s.ablauf([&] { s.tu([&] { EinstellungenAnwenden(TextAusBytes(ProgrammdateiLesen(pfad))); }); },
+             [] { gFehler = true; });
 }
 
 QString ProgrammOrdner() {

@@ -1,10 +1,10 @@
 // The help window: a text about the frame on which the user stands.
 #include "ui/frmhilfe.h"
 
-#include <QFile>
 #include <QFrame>
 #include <QVBoxLayout>
 
+#include "base/fehler.h"
 #include "base/pfad.h"
 #include "data/start.h"
 #include "fields/einstellungen.h"
@@ -59,14 +59,14 @@ FrmHilfe::FrmHilfe(QWidget* eltern, const QString& rahmentitel)
 
 QString FrmHilfe::HilfeThemaLesen(const QString& schluessel) {
     const QString pfad = ProgrammDatei(QStringLiteral("Hilfe.HLP"));
-    if (!DateiVorhanden(pfad)) {
-        fenster().meldungZeigen({QString(), QStringLiteral("Hilfedatei nicht gefunden!"), Symbol::Kritisch,
-                                 Knoepfe::Ok, Knopf::Ok});
-        return QString();
+    try {
+        if (DateiVorhanden(pfad)) return HilfeThemaSuchen(TextAusBytes(ProgrammdateiLesen(pfad)), schluessel);
+    } catch (const EngineFehler&) {
+        // What cannot be read is as good as not there.
     }
-    QFile datei(SystemPfad(pfad));
-    datei.open(QIODevice::ReadOnly);
-    return HilfeThemaSuchen(TextAusBytes(datei.readAll()), schluessel);
+    fenster().meldungZeigen(
+        {QString(), QStringLiteral("Hilfedatei nicht gefunden!"), Symbol::Kritisch, Knoepfe::Ok, Knopf::Ok});
+    return QString();
 }
 
 void HilfeZeigen(QWidget* eltern, const QString& rahmentitel) {

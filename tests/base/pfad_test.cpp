@@ -2,11 +2,14 @@
 #include "base/pfad.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <vector>
+
+#include "gemeinsam/fehlernummer.h"
 
 namespace {
 
@@ -74,6 +77,21 @@ TEST(Pfad, VorhandenIstEineLesbareDatei) {
     EXPECT_FALSE(DateiVorhanden(ordner.filePath("fort.txt")));
     EXPECT_FALSE(DateiVorhanden(ordner.path()));
     EXPECT_FALSE(DateiVorhanden(""));
+    EXPECT_FALSE(DateiVorhanden("/dev/null"));
+    // A pipe would wait for its other end for ever.
+    ASSERT_EQ(::mkfifo(ordner.filePath("leitung").toLocal8Bit().constData(), 0600), 0);
+    EXPECT_FALSE(DateiVorhanden(ordner.filePath("leitung")));
+}
+
+TEST(Pfad, EineProgrammdateiHatHoechstensEinMegabyte) {
+    QTemporaryDir ordner;
+    QFile datei(ordner.filePath("Hilfe.HLP"));
+    ASSERT_TRUE(datei.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(datei.resize(1 << 20));
+    EXPECT_EQ(ProgrammdateiLesen(datei.fileName()).size(), 1 << 20);
+    ASSERT_TRUE(datei.resize((1 << 20) + 1));
+    EXPECT_EQ(fehlerVon([&] { ProgrammdateiLesen(datei.fileName()); }), kDateifehler);
+    EXPECT_EQ(fehlerVon([&] { ProgrammdateiLesen(ordner.filePath("fort")); }), kDateifehler);
 }
 
 }  // namespace

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 
 #include "fields/feldarten.h"
+#include "gemeinsam/fensterattrappe.h"
+#include "run/zustand.h"
 
 namespace {
 
@@ -60,6 +62,19 @@ TEST_F(Einstellungsdatei, EinOrdnerDiesesNamensIstKeine) {
     QDir(ordner.path()).mkpath(QStringLiteral("bin/Einstellungen.CFG"));
     EinstellungenLaden();
     EXPECT_EQ(relevanz(33), 100);
+}
+
+TEST_F(Einstellungsdatei, EineRiesigeWirdGemeldetUndNichtGelesen) {
+    Fensterattrappe fenster;
+    fenster.sonst = [](const Meldung&) { return Knopf::Abbrechen; };
+    schreiben(QStringLiteral("bin"), "31\nRelevanzFaktor = 1\n" + QByteArray(2 << 20, '\n'));
+    gFehler = false;
+    EinstellungenLaden();
+    EXPECT_TRUE(gFehler);
+    ASSERT_EQ(fenster.meldungen.size(), 1u);
+    EXPECT_TRUE(
+        fenster.meldungen[0].text.startsWith(QStringLiteral("Fehler beim Laden der Einstellungsdatei")));
+    EXPECT_EQ(relevanz(31), 0);
 }
 
 }  // namespace

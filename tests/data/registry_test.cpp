@@ -3,7 +3,9 @@
 #include "data/registry.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
@@ -81,6 +83,25 @@ TEST_F(Registry, EinSchluesselGibtNichtDieWerteEinesAnderen) {
     schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("x")));
     for (const char16_t* anderer : {u"Software\\Probe\\2.0", u"Software\\Probe", u"Software"})
         EXPECT_TRUE(RegWertLesen(kWurzel, QString::fromUtf16(anderer), QStringLiteral("Ordner")).istLeer());
+}
+
+// A pipe would wait for its other end for ever, a huge file for long.
+TEST_F(Registry, WasKeineAblageSeinKannBleibtUnberuehrt) {
+    const auto nichtsDa = [this] {
+        RegSchluesselAnlegen(kWurzel, kSchluessel);
+        schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("x")));
+        EXPECT_TRUE(lesen(QStringLiteral("Ordner")).istLeer());
+    };
+    ASSERT_EQ(::mkfifo(QFile::encodeName(datei).constData(), 0600), 0);
+    nichtsDa();
+    ASSERT_TRUE(QFile::remove(datei));
+    ASSERT_TRUE(QDir().mkdir(datei));
+    nichtsDa();
+    ASSERT_TRUE(QDir().rmdir(datei));
+    const QByteArray riesig(2 << 20, ';');
+    ersetzen(riesig);
+    nichtsDa();
+    EXPECT_EQ(inhalt(), riesig);
 }
 
 TEST_F(Registry, EineBeschaedigteAblageLaesstSichLesenUndNeuSchreiben) {
