@@ -50,7 +50,7 @@ bool Blockordnung::stufenBilden() {
         const bool einzeln = vorrat.teile() == 1;
         if (einzeln || nurWoerter(vorrat)) {
             Stufe ganz(*block_, f, Stufe::kGanz, *kleinzahlen_);
-            if (!(*weiter_)(qint64(block_->zeilen))) return false;
+            if (!ganzDurchgegangen()) return false;
             if (einzeln || tafelLohnt(ganz)) {
                 if (!stufeAufnehmen(std::move(ganz))) return false;
                 continue;
@@ -69,7 +69,9 @@ bool Blockordnung::tafelLohnt(const Stufe& stufe) const {
     return zellen <= std::min(kZellenJeTafel, paare / 16);
 }
 
+// Making a stage takes a look at every row; the window breathes before the next one.
 bool Blockordnung::stufeAufnehmen(Stufe stufe) {
+    if (!ganzDurchgegangen()) return false;
     const Wertvorrat& vorrat = block_->vorraete[stufe.feld()];
     const bool woerter =
         stufe.teil() == Stufe::kGanz ? nurWoerter(vorrat) : vorrat.teilmass(stufe.teil()) == Mass::Woerter;
@@ -79,7 +81,7 @@ bool Blockordnung::stufeAufnehmen(Stufe stufe) {
         if (verbund) {
             stufe.auslassen(std::move(verbund->haeufig));
             verbuende_.push_back({std::move(stufe), std::move(verbund->paare)});
-            return (*weiter_)(qint64(block_->zeilen));
+            return ganzDurchgegangen();
         }
     }
     stufe.vorbereiten(tafel);
