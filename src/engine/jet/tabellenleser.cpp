@@ -1,15 +1,30 @@
 // The walk over a table's rows.
 #include "base/atempause.h"
+#include "base/fehler.h"
 #include "engine/jet/karte.h"
 #include "engine/jet/langwert.h"
 #include "engine/jet/zeile.h"
 
 namespace jet {
+namespace {
+
+// A file that lost its end must not pass for one with fewer rows.
+std::vector<quint32> datenseiten(const Seitendatei& datei, const Tabelle& tabelle) {
+    Karte karte = karteLesen(datei, tabelle.besitz, tabelle.name);
+    if (karte.jenseits == 0) return std::move(karte.seiten);
+    throw EngineFehler(kBeschaedigt,
+                       u"Die Tabelle '%1' ist nicht vollständig: Der Datei fehlt ihr Ende (Seiten ab %2). "
+                       u"Verwenden Sie eine "
+                       "Sicherungskopie."_qs.arg(tabelle.name)
+                           .arg(datei.seitenzahl()));
+}
+
+}  // namespace
 
 Tabellenleser::Tabellenleser(const Seitendatei& datei, Tabelle tabelle, bool mitLangen)
     : datei_(datei), tabelle_(std::move(tabelle)), mitLangen_(mitLangen), folge_(tabelle_.feldfolge()) {
     if (tabelle_.name.isEmpty()) tabelle_.name = u"Tabelle auf Seite %1"_qs.arg(tabelle_.seite());
-    seiten_ = karteLesen(datei_, tabelle_.besitz, tabelle_.name).seiten;
+    seiten_ = datenseiten(datei_, tabelle_);
 }
 
 // The next page that is a data page of this table; pages of others in the map are passed over, as they

@@ -61,8 +61,8 @@ Wert wertAusBytes(const Format& format, const Spalte& spalte, QByteArrayView byt
 // rows where their pointer stands. The file must outlive it.
 class Tabellenleser : public engine::Zeilenquelle {
   public:
-    // Failures name the table. `mitLangen` false leaves Memo and OLE values Null (for walks that only need
-    // keys).
+    // Failures name the table; raises kBeschaedigt when pages of it lie beyond the end of the file.
+    // `mitLangen` false leaves Memo and OLE values Null (for walks that only need keys).
     Tabellenleser(const Seitendatei& datei, Tabelle tabelle, bool mitLangen = true);
     // One value per field in the order of display.
     bool naechste(engine::Zeile& zeile) override;

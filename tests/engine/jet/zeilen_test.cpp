@@ -192,6 +192,22 @@ TEST(JetZeilen, SprungtabelleVonJet3) {
     }
 }
 
+TEST(JetZeilen, EinerAbgeschnittenenDateiFehlenKeineZeilenStillschweigend) {
+    PROBE_ODER_UEBERSPRINGEN(u"jet4-relationen.mdb"_qs);
+    const QByteArray bytes = proben::bytes(u"jet4-relationen.mdb"_qs);
+    const auto zeilen = [](const QByteArray& inhalt) {
+        const jet::Seitendatei datei(inhalt);
+        jet::Tabellenleser leser(datei, jet::tabelleLesen(datei, u"Table1"_qs));
+        int anzahl = 0;
+        for (engine::Zeile zeile; leser.naechste(zeile);) ++anzahl;
+        return anzahl;
+    };
+    EXPECT_EQ(zeilen(bytes), 4);
+    QString text;
+    EXPECT_EQ(fehlerVon([&] { zeilen(bytes.left(bytes.size() / 8192 * 4096)); }, &text), kBeschaedigt);
+    EXPECT_TRUE(text.contains(u"'Table1'") && text.contains(u"Sicherungskopie")) << text.toStdString();
+}
+
 TEST(JetZeilen, KaputteZeilenNennenDieTabelle) {
     const jet::Tabelle t = textTabelle(1);
     const QByteArray gut(
