@@ -73,8 +73,9 @@ std::optional<QString> ergebniseinwand(const QString& ziel, qint64 saetze) {
 
 void vorZuVielenSaetzenWarnen(const QString& ziel, qint64 saetze) {
     if (const auto einwand = KopieEinwand(gAusgangsTabelle, ziel, saetze))
-        HinweisZeigen(*einwand + QStringLiteral("\rDas Ergebnis kann nur gespeichert werden, wenn genügend "
-                                                "Datensätze wegfallen."));
+        HinweisZeigen(QStringLiteral("Das Ergebnis wird vielleicht zu groß und kann nicht gespeichert "
+                                     "werden, wenn nicht genügend Datensätze wegfallen:\r") +
+                      *einwand);
 }
 
 bool ueberschreibenErlaubt(const QString& name) {

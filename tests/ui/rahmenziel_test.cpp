@@ -130,8 +130,10 @@ class ZielMitGrenze : public Ziel {
     }
     const QString kZuViele = QStringLiteral("'Neu' hat zu viele Zeilen.");
     const QString kWarnung =
-        kZuViele +
-        QStringLiteral("\rDas Ergebnis kann nur gespeichert werden, wenn genügend Datensätze wegfallen.");
+        QStringLiteral(
+            "Das Ergebnis wird vielleicht zu groß und kann nicht gespeichert werden, wenn nicht "
+            "genügend Datensätze wegfallen:\r") +
+        kZuViele;
     Speicherinhalt inhalt;
 };
 
