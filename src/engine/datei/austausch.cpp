@@ -44,9 +44,9 @@ void standVergleichen(const QString& ziel, const Dateistand& stand) {
                            .arg(QFileInfo(ziel).fileName()));
 }
 
-void schreibbarkeitPruefen(const QString& pfad) {
+Griff schreibbarkeitPruefen(const QString& pfad) {
     const QString ziel = zielVon(pfad);
-    const Griff griff(::open(QFile::encodeName(ziel).constData(), O_RDWR | O_CLOEXEC));
+    Griff griff(::open(QFile::encodeName(ziel).constData(), O_RDWR | O_CLOEXEC));
     if (!griff.offen()) systemfehler(ziel, QStringLiteral("geöffnet"));
     struct flock bereich {};
     bereich.l_type = F_WRLCK;
@@ -60,6 +60,7 @@ void schreibbarkeitPruefen(const QString& pfad) {
                                .arg(QFileInfo(ziel).fileName()));
     if (::access(QFile::encodeName(QFileInfo(ziel).absolutePath()).constData(), W_OK | X_OK) != 0)
         systemfehler(ziel, QStringLiteral("geschrieben"));
+    return griff;
 }
 
 Dateistand dateiAustauschen(const QString& pfad, const Dateistand& stand,
@@ -73,6 +74,8 @@ Dateistand dateiAustauschen(const QString& pfad, const Dateistand& stand,
     aufPlatteBringen(neu.pfad());
     pruefen(neu.pfad());
     const Dateistand fertig = dateistandLesen(neu.pfad());
+    // Nobody gets between the last look and the renaming who looks as we do.
+    const Griff allein = schreibbarkeitPruefen(ziel);
     standVergleichen(ziel, stand);
     if (::rename(QFile::encodeName(neu.pfad()).constData(), QFile::encodeName(ziel).constData()) != 0)
         systemfehler(ziel, QStringLiteral("ersetzt"));

@@ -5,6 +5,8 @@
 #include <QString>
 #include <functional>
 
+#include "engine/datei/platte.h"
+
 namespace engine {
 
 // What is remembered of a file when it is read, to notice that somebody else changed it since.
@@ -24,8 +26,8 @@ void standVergleichen(const QString& pfad, const Dateistand& stand);
 
 // Raises kSchreibgeschuetzt or kDateiGesperrt, with a German description that says what to do, when the
 // file or its folder could not be written at the end: read-only file or folder, or another program's lock on
-// it.
-void schreibbarkeitPruefen(const QString& pfad);
+// it. As long as the handle lives no other Lindgarn gets past this with the same file.
+Griff schreibbarkeitPruefen(const QString& pfad);
 
 // Replaces the file: `schreiben(neu)` fills a new file beside the old one (a private temporary name, already
 // a byte copy of the old one), which is then flushed, handed to `pruefen(neu)` and renamed over the old one.

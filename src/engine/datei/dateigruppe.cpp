@@ -35,13 +35,16 @@ bool vorhanden(const QString& pfad) {
                            .arg(QFileInfo(pfad).fileName()));
 }
 
-void schrittPruefen(const Gruppenschritt& schritt) {
+// As long as the handle lives no other Lindgarn gets past this with the same file.
+Griff schrittPruefen(const Gruppenschritt& schritt) {
     if (!schritt.stand) {
         if (vorhanden(schritt.ziel)) inzwischenDa(schritt.ziel);
-        return;
+        return Griff();
     }
     standVergleichen(schritt.ziel, *schritt.stand);
-    schreibbarkeitPruefen(schritt.ziel);
+    Griff allein = schreibbarkeitPruefen(schritt.ziel);
+    standVergleichen(schritt.ziel, *schritt.stand);
+    return allein;
 }
 
 // Moves to a name that must be free; not every file system can look and move in one.
@@ -146,7 +149,7 @@ void schritteTun(std::vector<Gruppenschritt>& schritte, const std::vector<QStrin
     for (size_t i = 0; i < schritte.size(); ++i) {
         Gruppenschritt& schritt = schritte[i];
         // Looked at once more, since the steps before it took their time.
-        schrittPruefen(schritt);
+        const Griff allein = schrittPruefen(schritt);
         const bool loeschen = schritt.neu.pfad().isEmpty();
         if (loeschen)
             verlauf.entfernen(schritt.ziel, alte[i]);

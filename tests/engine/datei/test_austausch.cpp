@@ -16,6 +16,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <csignal>
+#include <optional>
 #include <vector>
 
 #include "base/atempause.h"
@@ -281,6 +282,20 @@ TEST_F(AustauschTest, DateiDieEinAndererSperrtIst3045) {
     ::close(griff);
     EXPECT_EQ(fehlerVon([&] { schreibbarkeitPruefen(pfad); }), 0);
     unberuehrt();
+}
+
+// Two Lindgarn that are done at the same time: the second one looks while the first one renames.
+TEST_F(AustauschTest, ZwischenDemLetztenBlickUndDemUmbenennenKommtKeinZweiter) {
+    const auto stand = dateistandLesen(pfad);
+    EXPECT_EQ(fehlerVon([&] {
+                  std::optional<engine::Griff> erster;
+                  dateiAustauschen(pfad, stand, neuSchreiben,
+                                   [&](const QString&) { erster.emplace(schreibbarkeitPruefen(pfad)); });
+              }),
+              kDateiGesperrt);
+    unberuehrt();
+    dateiAustauschen(pfad, stand, neuSchreiben, gutheissen);
+    EXPECT_EQ(lesen(pfad), "neu");
 }
 
 TEST_F(AustauschTest, BereichssperreEinesAnderenProzessesIst3045) {
