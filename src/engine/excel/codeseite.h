@@ -16,14 +16,12 @@ class Codeseite {
     QString lesen(QByteArrayView bytes) const;
     // None when the code page lacks a character.
     std::optional<QByteArray> schreiben(QStringView text) const;
-    // Only ASCII is safe: Gnumeric takes the other bytes of a Macintosh code page for 1252.
-    bool nurAscii() const { return nurAscii_; }
 
   private:
     void tafelBauen();
 
     QByteArray name_;
-    bool nurAscii_ = false;
+    bool nurAscii_ = false;  // Gnumeric takes the other bytes of a Macintosh code page for 1252
     bool mehrfach_ = false;  // some characters take two bytes
     char16_t tafel_[256] = {};
     QHash<char16_t, char> rueck_;

@@ -44,8 +44,6 @@ class Mappe {
     static int maxZeilen(bool biff8) { return biff8 ? 65536 : 16384; }
     bool datum1904() const;
     const Codeseite& codeseite() const { return codeseite_; }
-    // The number that CODEPAGE says; -1 without one.
-    int codeseitennummer() const { return codeseitennummer_; }
 
     // In the order of their BOUNDSHEET records, which is the number that formulas and names give them.
     const std::vector<Blatt>& blaetter() const { return blaetter_; }
@@ -85,7 +83,7 @@ class Mappe {
 
     QByteArray strom_;
     bool biff8_ = true;
-    int codeseitennummer_ = -1;
+    int codeseitennummer_ = -1;  // as CODEPAGE says, -1 without one
     Codeseite codeseite_;
     qsizetype globalEnde_ = 0;
     std::vector<Satz> global_;

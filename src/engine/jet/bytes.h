@@ -27,7 +27,6 @@ class Sicht {
 
     quint8 u8(qint64 ab) const { return quint8(an(ab, 1)[0]); }
     quint16 u16(qint64 ab) const { return le<quint16>(ab); }
-    quint32 u24(qint64 ab) const { return quint32(u16(ab)) | quint32(u8(ab + 2)) << 16; }
     quint32 u32(qint64 ab) const { return le<quint32>(ab); }
     quint64 u64(qint64 ab) const { return le<quint64>(ab); }
     qint16 i16(qint64 ab) const { return qint16(u16(ab)); }
@@ -106,9 +105,6 @@ inline void u16Anhaengen(QByteArray& z, quint16 w) {
     zahlAnhaengen(z, w);
 }
 inline void u32Anhaengen(QByteArray& z, quint32 w) {
-    zahlAnhaengen(z, w);
-}
-inline void u64Anhaengen(QByteArray& z, quint64 w) {
     zahlAnhaengen(z, w);
 }
 inline void f64Anhaengen(QByteArray& z, double w) {

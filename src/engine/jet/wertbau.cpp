@@ -265,12 +265,6 @@ void wertAnhaengen(QByteArray& ziel, const Format& format, const Spalte& spalte,
     }
 }
 
-QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wert) {
-    QByteArray bytes;
-    wertAnhaengen(bytes, format, spalte, wert);
-    return bytes;
-}
-
 QByteArray jetztBytes() {
     const QDateTime zeit = QDateTime::currentDateTime();
     const double tage =
@@ -278,15 +272,6 @@ QByteArray jetztBytes() {
     QByteArray bytes;
     f64Anhaengen(bytes, tage);
     return bytes;
-}
-
-bool gleichGespeichert(const Format& format, const Spalte& spalte, const Wert& wert, const Wert& gelesen) {
-    if (spalte.typ == kTypBoolean)
-        return gelesen == Wert(!wert.istLeerOderNull() && wahrheitVon(spalte, wert));
-    if (wert.istLeerOderNull()) return gelesen.istNull();
-    if (wert == gelesen) return true;
-    if (gelesen.istNull()) return wert.istText() ? false : std::isnan(wert.istZahl() ? wert.alsZahl() : 0);
-    return wertBytes(format, spalte, wert) == wertBytes(format, spalte, gelesen);
 }
 
 }  // namespace jet

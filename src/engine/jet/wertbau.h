@@ -15,8 +15,6 @@ namespace jet {
 // OLE. Raises kUmwandlung, kFeldZuKlein (text or bytes longer than the column) or, for Jet 3, kUmwandlung
 // for a character that Windows-1252 does not have. The description names the column.
 void wertAnhaengen(QByteArray& ziel, const Format& format, const Spalte& spalte, const Wert& wert);
-// The same as bytes of their own.
-QByteArray wertBytes(const Format& format, const Spalte& spalte, const Wert& wert);
 
 // The bit of a Boolean column; numbers other than 0 are True. Raises kUmwandlung for texts and bytes.
 bool wahrheitVon(const Spalte& spalte, const Wert& wert);
@@ -27,8 +25,5 @@ QByteArray textBytes4(QStringView text, bool komprimieren);
 
 // The present moment as a Date column holds it: days since 1899-12-30, local time.
 QByteArray jetztBytes();
-
-// True when `gelesen`, read back from the column, is what `wert` was written as.
-bool gleichGespeichert(const Format& format, const Spalte& spalte, const Wert& wert, const Wert& gelesen);
 
 }  // namespace jet

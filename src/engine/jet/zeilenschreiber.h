@@ -24,7 +24,7 @@ class Zeilenschreiber {
     Zeilenschreiber(Seitendatei& datei, Seitenvergabe& vergabe, const Tabelle& tabelle);
 
     // Writes a row with one value for each column, in column order (Null and Empty are Null), and returns its
-    // place. Raises kSystemgrenze for a row that no page can hold, and what wertBytes raises.
+    // place. Raises kSystemgrenze for a row that no page can hold, and what wertAnhaengen raises.
     Zeilenort schreiben(const engine::Zeile& zeile);
     // The stored values of that row, of a Memo or OLE column its content.
     const Rohsichten& inhalte() const { return inhalte_; }

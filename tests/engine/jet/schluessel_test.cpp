@@ -26,7 +26,7 @@ QByteArray schluesselVon(const jet::Spalte& s, const Wert& wert, bool absteigend
     if (s.typ == jet::kTypBoolean) {
         if (jet::wahrheitVon(s, wert)) bytes = QByteArray();
     } else if (!wert.istLeerOderNull()) {
-        bytes = jet::wertBytes(format, s, wert);
+        jet::wertAnhaengen(bytes.emplace(), format, s, wert);
     }
     QByteArray schluessel;
     jet::schluesselAnhaengen(schluessel, format, s, absteigend, bytes);
@@ -145,8 +145,7 @@ TEST(Schluessel, JederTypInBeidenRichtungen) {
 }
 
 TEST(Schluessel, BigIntWieWaehrung) {
-    QByteArray bytes;
-    jet::u64Anhaengen(bytes, 3);
+    const QByteArray bytes = QByteArray::fromHex("0300000000000000");
     QByteArray schluessel;
     jet::schluesselAnhaengen(schluessel, jet::kJet4, spalte(jet::kTypBigInt, 8), false, bytes);
     EXPECT_EQ(hex(schluessel), "7F 80 00 00 00 00 00 00 03");
