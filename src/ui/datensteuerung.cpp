@@ -134,9 +134,8 @@ const QStringList& Datensteuerung::texte(int zeile) const {
         unlesbar_ = QStringList(titel_.size(), QStringLiteral("#Fehler"));
         return unlesbar_;
     }
-    QStringList* eintrag = neu.release();
-    puffer_.insert(zeile, eintrag);
-    return *eintrag;
+    puffer_.insert(zeile, neu.release());
+    return *puffer_.object(zeile);
 }
 
 bool Datensteuerung::weichtAb(int zeile, int spalte) const {

@@ -76,7 +76,7 @@ void eintraegeAnlegen(QMenu* menue, const QString& name, const std::vector<Eintr
 
 }  // namespace
 
-QMenu* FeldmenueErstellen(QWidget* eltern, std::function<void(const Feldarten&)> gewaehlt) {
+QMenu* FeldmenueErstellen(QWidget* eltern, const std::function<void(const Feldarten&)>& gewaehlt) {
     auto* menue = new QMenu(QStringLiteral("Feldarten"), eltern);
     menue->setObjectName(QStringLiteral("mnuFeldArten"));
     eintraegeAnlegen(menue, QStringLiteral("smnFeldArten"), hauptEintraege(), gewaehlt);

@@ -10,4 +10,4 @@ using Feldarten = std::vector<int>;
 
 // Builds the menu `mnuFeldArten` with its five submenus; `gewaehlt` gets the kinds of the entry that was
 // chosen.
-QMenu* FeldmenueErstellen(QWidget* eltern, std::function<void(const Feldarten&)> gewaehlt);
+QMenu* FeldmenueErstellen(QWidget* eltern, const std::function<void(const Feldarten&)>& gewaehlt);

@@ -134,7 +134,7 @@ bool istBeiname(const QByteArray& name) {
 
 // Whether the book says of this file that it is new.
 bool giltAlsNeu(const QByteArray& buch, const QByteArray& name, ino_t knoten) {
-    for (const QJsonValue& wert : QJsonDocument::fromJson(buch).array())
+    for (const QJsonValue wert : QJsonDocument::fromJson(buch).array())
         if (QFile::encodeName(wert[u"ziel"].toString()) == name &&
             wert[u"knoten"].toString().toULongLong() == quint64(knoten))
             return true;

@@ -146,7 +146,7 @@ TEST(PruefstandProtokoll, WerteKommenWieSieGehen) {
                               QJsonObject{{"datum", "1899-12-29T06:00:00"}},
                               QJsonObject{{"datum", "0100-01-01T00:00:00"}},
                               QJsonObject{{"bytes", "AAH/"}}};
-    for (const QJsonValue& wert : werte)
+    for (const QJsonValue wert : werte)
         EXPECT_EQ(pruefstand.antwort("FeldInhaltErmitteln", {wert, 1})["result"], wert)
             << kurz(wert).constData();
     EXPECT_EQ(pruefstand.beenden(), 0);
@@ -174,7 +174,7 @@ class PruefstandDateien : public ::testing::Test {
     }
     QJsonArray namen() {
         QJsonArray namen;
-        for (const QJsonValue& tabelle : ergebnis("Katalog", {})["tabellen"].toArray())
+        for (const QJsonValue tabelle : ergebnis("Katalog", {})["tabellen"].toArray())
             if (tabelle["attribute"].toInt() == 0) namen += tabelle["name"];
         return namen;
     }
@@ -186,7 +186,7 @@ class PruefstandDateien : public ::testing::Test {
 
 TEST_F(PruefstandDateien, KatalogNenntTabellenFelderUndIndexe) {
     QJsonObject adressen;
-    for (const QJsonValue& tabelle : ergebnis("Katalog", {})["tabellen"].toArray())
+    for (const QJsonValue tabelle : ergebnis("Katalog", {})["tabellen"].toArray())
         if (tabelle["name"] == QJsonValue("Adressen")) adressen = tabelle.toObject();
     EXPECT_EQ(adressen["zeilen"], QJsonValue(500));
     ASSERT_EQ(adressen["felder"].toArray().size(), 17);
@@ -195,7 +195,7 @@ TEST_F(PruefstandDateien, KatalogNenntTabellenFelderUndIndexe) {
     EXPECT_EQ(nachname["typ"], QJsonValue(10));
     EXPECT_EQ(nachname["groesse"], QJsonValue(50));
     ASSERT_EQ(adressen["indexe"].toArray().size(), 2);
-    for (const QJsonValue& index : adressen["indexe"].toArray()) {
+    for (const QJsonValue index : adressen["indexe"].toArray()) {
         const bool primaer = index["primaer"].toBool();
         const QJsonArray felder{liste({primaer ? "Kundennummer" : "Nachname", false})};
         EXPECT_EQ(index["felder"].toArray(), felder) << kurz(index).constData();

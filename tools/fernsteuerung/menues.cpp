@@ -36,7 +36,7 @@ QAction* eintragAmPfad(QList<QAction*> eintraege, const QStringList& pfad) {
 
 QStringList pfadVon(const QJsonObject& b) {
     QStringList pfad;
-    for (const QJsonValue& text : b.value("pfad").toArray()) pfad += text.toString();
+    for (const QJsonValue text : b.value("pfad").toArray()) pfad += text.toString();
     return pfad;
 }
 

@@ -38,7 +38,7 @@ struct Spalte {
 
 std::vector<Spalte> spaltenAus(const QJsonArray& liste) {
     std::vector<Spalte> spalten;
-    for (const QJsonValue& element : liste) {
+    for (const QJsonValue element : liste) {
         const QJsonObject feld = element.toObject();
         Spalte spalte;
         spalte.zuordnung = ZuordnungAusJson(QJsonArray{feld["Gruppe"], feld["Maske"]});

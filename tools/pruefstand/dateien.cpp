@@ -116,7 +116,7 @@ dao::Field feldAus(const dao::TableDef& tabelle, const QJsonObject& angabe) {
 
 dao::Index indexAus(const dao::TableDef& tabelle, const QJsonObject& angabe) {
     std::vector<engine::IndexFeld> felder;
-    for (const QJsonValue& feld : angabe["felder"].toArray())
+    for (const QJsonValue feld : angabe["felder"].toArray())
         felder.push_back({feld.toArray().at(0).toString(), feld.toArray().at(1).toBool()});
     dao::Index index = tabelle.CreateIndex(angabe["name"].toString());
     index.setFields(std::move(felder));
@@ -126,7 +126,7 @@ dao::Index indexAus(const dao::TableDef& tabelle, const QJsonObject& angabe) {
 }
 
 void zeilenSchreiben(dao::Recordset& satz, const QJsonArray& zeilen) {
-    for (const QJsonValue& element : zeilen) {
+    for (const QJsonValue element : zeilen) {
         const QJsonArray zeile = element.toArray();
         if (zeile.size() != satz.FieldsCount())
             throw Abgelehnt(QStringLiteral("Eine Zeile hat %1 Werte.").arg(zeile.size()));
@@ -142,9 +142,9 @@ QJsonValue tabelleSchreiben(const Argumente& a) {
     const QString name = angabe["name"].toString();
     auto tabelle = datenbank->CreateTableDef();
     tabelle->setName(name);
-    for (const QJsonValue& feld : angabe["felder"].toArray())
+    for (const QJsonValue feld : angabe["felder"].toArray())
         tabelle->Fields().Append(feldAus(*tabelle, feld.toObject()));
-    for (const QJsonValue& index : angabe["indexe"].toArray())
+    for (const QJsonValue index : angabe["indexe"].toArray())
         tabelle->Indexes().Append(indexAus(*tabelle, index.toObject()));
     datenbank->TableDefs().Append(std::move(tabelle));
     zeilenSchreiben(*datenbank->TableDefs().Item(name).OpenRecordset(), angabe["zeilen"].toArray());

@@ -6,7 +6,7 @@ namespace {
 
 std::vector<Wert> zeileAus(const QJsonArray& liste) {
     std::vector<Wert> werte;
-    for (const QJsonValue& wert : liste) werte.push_back(WertAusJson(wert));
+    for (const QJsonValue wert : liste) werte.push_back(WertAusJson(wert));
     return werte;
 }
 
@@ -25,7 +25,7 @@ QJsonValue datensatzErgaenzen(const Argumente& a) {
     if (zeile.size() != zuordnung2.size())
         throw Abgelehnt(QStringLiteral("Die Zeile hat andere Spalten als ihre Zuordnung."));
     QJsonArray werte;
-    for (const QJsonValue& element : a.liste(0)) {
+    for (const QJsonValue element : a.liste(0)) {
         const QJsonObject feld = element.toObject();
         if (MischfeldAusgelassen(feld["typ"].toInt(), feld["attribute"].toInt()))
             werte += QJsonObject{{"ausgelassen", true}};

@@ -16,7 +16,7 @@ using Zeile = std::vector<Wert>;
 // A row has one value for each column that is not ignored.
 Zeile zeileAus(const QJsonValue& json, const FeldZuordnungen& zuordnungen) {
     Zeile zeile;
-    for (const QJsonValue& wert : json.toArray()) zeile.push_back(WertAusJson(wert));
+    for (const QJsonValue wert : json.toArray()) zeile.push_back(WertAusJson(wert));
     const auto spalten = std::count_if(zuordnungen.begin(), zuordnungen.end(),
                                        [](const FeldZuordnung& z) { return !FeldIgnoriert(z); });
     if (!json.isArray() || qsizetype(zeile.size()) != spalten)
@@ -71,7 +71,7 @@ QJsonArray woertlich(const Vergleichsauftrag& auftrag) {
 // Sorted: the search lists the pairs by slices and sweeps.
 QJsonArray geordnet(const QJsonArray& paare) {
     std::vector<std::pair<int, int>> zahlen;
-    for (const QJsonValue& paar : paare) zahlen.emplace_back(paar[0].toInt(), paar[1].toInt());
+    for (const QJsonValue paar : paare) zahlen.emplace_back(paar[0].toInt(), paar[1].toInt());
     std::sort(zahlen.begin(), zahlen.end());
     QJsonArray ergebnis;
     for (const auto& paar : zahlen) ergebnis += QJsonArray{paar.first, paar.second};
@@ -80,7 +80,7 @@ QJsonArray geordnet(const QJsonArray& paare) {
 
 QJsonValue datensaetzeVergleichen(const Argumente& a) {
     Vergleichsauftrag auftrag{a.zuordnungen(0), {}, a.wahrheit(2), float(a.zahl(3))};
-    for (const QJsonValue& zeile : a.liste(1)) auftrag.zeilen.push_back(zeileAus(zeile, auftrag.zuordnungen));
+    for (const QJsonValue zeile : a.liste(1)) auftrag.zeilen.push_back(zeileAus(zeile, auftrag.zuordnungen));
     const std::optional<QJsonArray> paare = schnell(auftrag);
     return geordnet(paare ? *paare : woertlich(auftrag));
 }
@@ -94,7 +94,7 @@ std::pair<qint32, qint32> zahlenpaar(const QJsonValue& json) {
 
 QJsonValue gruppenBilden(const Argumente& a) {
     std::vector<Paar> paare;
-    for (const QJsonValue& json : a.liste(0)) {
+    for (const QJsonValue json : a.liste(0)) {
         const auto saetze = zahlenpaar(json);
         paare.push_back({saetze.first, saetze.second, 0});
     }
@@ -106,7 +106,7 @@ QJsonValue gruppenBilden(const Argumente& a) {
 
 QJsonValue dublettenSortieren(const Argumente& a) {
     std::vector<Dublette> dubletten;
-    for (const QJsonValue& json : a.liste(0)) {
+    for (const QJsonValue json : a.liste(0)) {
         const auto dublette = zahlenpaar(json);
         dubletten.push_back({dublette.first, dublette.second});
     }

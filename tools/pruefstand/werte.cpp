@@ -146,6 +146,6 @@ QJsonObject Argumente::objekt(qsizetype nummer) const {
 
 FeldZuordnungen Argumente::zuordnungen(qsizetype nummer) const {
     FeldZuordnungen zuordnungen;
-    for (const QJsonValue& element : liste(nummer)) zuordnungen.push_back(ZuordnungAusJson(element));
+    for (const QJsonValue element : liste(nummer)) zuordnungen.push_back(ZuordnungAusJson(element));
     return zuordnungen;
 }

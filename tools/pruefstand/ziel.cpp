@@ -7,7 +7,7 @@ namespace {
 
 QStringList namen(const QJsonArray& liste) {
     QStringList namen;
-    for (const QJsonValue& name : liste) namen += name.toString();
+    for (const QJsonValue name : liste) namen += name.toString();
     return namen;
 }
 

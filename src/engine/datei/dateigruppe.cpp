@@ -119,6 +119,7 @@ QString nameVon(const QString& pfad) {
 // Where the old content of each step's file will be kept; empty for a file that is not there yet.
 std::vector<QString> beinamenWaehlen(const std::vector<Gruppenschritt>& schritte) {
     std::vector<QString> alte;
+    alte.reserve(schritte.size());
     for (const Gruppenschritt& schritt : schritte)
         alte.push_back(schritt.stand ? nameFuerAltes(schritt.ziel) : QString());
     return alte;

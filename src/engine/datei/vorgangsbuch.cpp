@@ -13,6 +13,7 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <cerrno>
+#include <csignal>
 #include <optional>
 
 #include "base/fehler.h"
@@ -109,7 +110,7 @@ std::optional<std::vector<Buchung>> lesen(const QString& pfad, const Prozess& pr
     // A crash while the book was written: the change had not begun.
     if (!dokument.isArray()) return std::vector<Buchung>();
     std::vector<Buchung> buchungen;
-    for (const QJsonValue& wert : dokument.array()) {
+    for (const QJsonValue wert : dokument.array()) {
         const QJsonObject eintrag = wert.toObject();
         const Buchung b{eintrag[QStringLiteral("ziel")].toString(), eintrag[QStringLiteral("alt")].toString(),
                         eintrag[QStringLiteral("knoten")].toString().toULongLong()};

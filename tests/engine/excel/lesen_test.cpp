@@ -112,7 +112,7 @@ void blattVergleichen(engine::Datenbankdatei& datei, const engine::TabellenDef& 
         return;
     }
     int zeile1 = 65536, zeile2 = 0, spalte1 = 256, spalte2 = 0;
-    for (const QJsonValue& z : zellen) {
+    for (const QJsonValue z : zellen) {
         zeile1 = std::min(zeile1, z[0].toInt());
         zeile2 = std::max(zeile2, z[0].toInt());
         spalte1 = std::min(spalte1, z[1].toInt());
@@ -121,7 +121,7 @@ void blattVergleichen(engine::Datenbankdatei& datei, const engine::TabellenDef& 
     ASSERT_EQ(int(zeilen.size()), zeile2 - zeile1);
     ASSERT_EQ(int(def.felder.size()), std::min(255, spalte2 - spalte1 + 1));
     size_t belegt = 0;
-    for (const QJsonValue& z : zellen) {
+    for (const QJsonValue z : zellen) {
         if (z[0].toInt() == zeile1) continue;
         SCOPED_TRACE(QJsonDocument(z.toArray()).toJson().toStdString());
         const size_t spalte = size_t(z[1].toInt() - spalte1);
@@ -161,7 +161,7 @@ TEST_P(Lesen, JedesBlattZelleFuerZelleOderEinGrund) {
     const engine::Katalog katalog = mappe.katalogLesen();
     const QJsonObject fremd = proben::xlrd(datei);
     EXPECT_EQ(fremd.isEmpty(), kNichtInXlrd.contains(GetParam()));
-    for (const QJsonValue& blatt : fremd["blaetter"].toArray()) {
+    for (const QJsonValue blatt : fremd["blaetter"].toArray()) {
         const QString name = blatt["name"].toString();
         const engine::TabellenDef* def = tabelleVon(katalog, name);
         // xlrd lists macro and dialog sheets as well.

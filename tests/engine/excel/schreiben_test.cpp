@@ -17,11 +17,11 @@ const QString kAnders = "Andere_1";
 // The sheets that were there before, by name, and the names that are no table of ours.
 QJsonObject ohneNeues(const QJsonObject& abzug) {
     QJsonObject rest;
-    for (const QJsonValue& blatt : abzug["blaetter"].toArray())
+    for (const QJsonValue blatt : abzug["blaetter"].toArray())
         if (blatt["name"].toString() != kNeu && blatt["name"].toString() != kAnders)
             rest["Blatt " + blatt["name"].toString()] = blatt;
     int nummer = 0;
-    for (const QJsonValue& name : abzug["namen"].toArray()) {
+    for (const QJsonValue name : abzug["namen"].toArray()) {
         const QString text = name["name"].toString();
         if (text != "Neue_Adressen___1" && text != kAnders) rest["Name " + QString::number(nummer++)] = name;
     }
@@ -47,7 +47,7 @@ void gleichVerlangen(const QJsonObject& ist, const QJsonObject& soll) {
 }
 
 QJsonArray zellenVon(const QJsonObject& abzug, const QString& blatt) {
-    for (const QJsonValue& b : abzug["blaetter"].toArray())
+    for (const QJsonValue b : abzug["blaetter"].toArray())
         if (b["name"].toString() == blatt) return b["zellen"].toArray();
     return {};
 }
@@ -89,7 +89,7 @@ void neuesBlattPruefen(const QJsonObject& abzug, const QString& blatt,
                        const std::vector<engine::Zeile>& zeilen) {
     const bool system1904 = abzug["datum1904"].toBool();
     auto soll = erwarteteZellen(gemischteFelder(), zeilen, system1904);
-    for (const QJsonValue& z : zellenVon(abzug, blatt)) {
+    for (const QJsonValue z : zellenVon(abzug, blatt)) {
         const auto fund = soll.find({z[0].toInt(), z[1].toInt()});
         ASSERT_NE(fund, soll.end()) << "zu viel: " << z[0].toInt() << "," << z[1].toInt();
         EXPECT_EQ(fund->second.first, z[2].toInt()) << z[0].toInt() << "," << z[1].toInt();
