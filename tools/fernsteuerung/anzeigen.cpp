@@ -87,13 +87,20 @@ QJsonArray zeilenVon(const QAbstractItemModel& daten) {
     return zeilen;
 }
 
-Vorgang gitter(const QJsonObject& b) {
-    const QString name = TextFeld(b, "objekt");
+QJsonObject gitterLesen(const QString& name) {
     const auto* gitter = qobject_cast<const QTableView*>(WidgetFinden(name));
     if (!gitter || !gitter->model()) throw Abgelehnt(QStringLiteral("'%1' ist kein Gitter.").arg(name));
-    return Sofort(QJsonObject{{"spalten", spaltenVon(*gitter)},
-                              {"zeilen", zeilenVon(*gitter->model())},
-                              {"aktuell", gitter->currentIndex().row()}});
+    return {{"spalten", spaltenVon(*gitter)},
+            {"zeilen", zeilenVon(*gitter->model())},
+            {"aktuell", gitter->currentIndex().row()}};
+}
+
+// While a query is at work no rows of another can be read, and nobody sees any.
+Vorgang gitter(const QJsonObject& b) {
+    return {[name = TextFeld(b, "objekt")]() -> std::optional<QJsonValue> {
+        if (gEingabenGesperrt) return std::nullopt;
+        return gitterLesen(name);
+    }};
 }
 
 Vorgang bild(const QJsonObject& b) {
