@@ -17,8 +17,8 @@ ziel=$hier/ergebnisse
 ninja -C "$bauort" bench_strasse bench_dateien bench_vergleich >/dev/null
 nur() { [ -z "${NUR:-}" ] || [ "$NUR" = "$1" ]; }
 
-# The real program on an .mdb, at the default tolerance and the next lower one; the other operations on the middle
-# size.
+# The real program on an .mdb, at the default tolerance and the next lower one; on the middle size also addresses that
+# all occur twice, and the other operations.
 strasse_messen() {
     local programm=$bauort/bin/bench_strasse ordner saetze toleranz vorgang
     ordner=$(mktemp -d)
@@ -30,6 +30,8 @@ strasse_messen() {
             "$programm" dubletten "$ordner/lauf.mdb" $toleranz 2>/dev/null | tee -a "$ziel/strasse.jsonl"
         done
         [ "$saetze" = 100000 ] || continue
+        "$programm" verdoppeln "$ordner/lauf.mdb" 200000 2>/dev/null
+        "$programm" dubletten "$ordner/lauf.mdb" 2 2>/dev/null | tee -a "$ziel/strasse.jsonl"
         for vorgang in muell splitten verschmelzen abgleich; do
             cp "$ordner/vorlage.mdb" "$ordner/lauf.mdb"
             "$programm" $vorgang "$ordner/lauf.mdb" 2>/dev/null | tee -a "$ziel/strasse.jsonl"
