@@ -8,7 +8,7 @@ constexpr QChar kBruchstelle(0x200B);  // the blank of no width
 }  // namespace
 
 QString ElementName(const QString& feld, int index) {
-    return QStringLiteral("%1_%2").arg(feld).arg(index);
+    return QStringLiteral("%1_%2").arg(feld, QString::number(index));
 }
 
 QLabel* Textfeld(const QString& text) {

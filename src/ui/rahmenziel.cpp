@@ -49,10 +49,8 @@ std::optional<QString> felderzahleinwand() {
     return QStringLiteral(
                "Die Tabelle '%1' hat %2 Felder. Der Vorgang braucht bei der Arbeit %3 weitere, und eine "
                "Tabelle nimmt höchstens %4 auf. Entfernen Sie Felder aus der Ausgangstabelle.")
-        .arg(gAusgangsTabelle)
-        .arg(felder)
-        .arg(steuerfelder())
-        .arg(dao::kMaxFelder);
+        .arg(gAusgangsTabelle, QString::number(felder), QString::number(steuerfelder()),
+             QString::number(dao::kMaxFelder));
 }
 
 bool alleSaetzeBleiben() {

@@ -87,7 +87,7 @@ TEST_F(Registry, EinSchluesselGibtNichtDieWerteEinesAnderen) {
 
 // A pipe would wait for its other end for ever, a huge file for long.
 TEST_F(Registry, WasKeineAblageSeinKannBleibtUnberuehrt) {
-    const auto nichtsDa = [this] {
+    const auto nichtsDa = [] {
         RegSchluesselAnlegen(kWurzel, kSchluessel);
         schreiben(QStringLiteral("Ordner"), kRegText, Wert(QStringLiteral("x")));
         EXPECT_TRUE(lesen(QStringLiteral("Ordner")).istLeer());

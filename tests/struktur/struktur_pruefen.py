@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Checks the house's own rules on the sources: includes run downwards only, nothing starts another program, and no test
-file is left out.
+"""Checks the house's own rules on the sources: includes run downwards only, nothing starts another program, no name is
+set into a text before another value is, and no test file is left out.
 
 struktur_pruefen.py WURZEL BAUORDNER; prints each violation and ends with exit code 1 if there is one.
 """
@@ -31,6 +31,8 @@ STOCKWERK = {
     "ui": 9,
     "programm": 10,
 }
+# A name may hold "%2" itself: all values go in at once.
+EINSETZEN = re.compile(r"\.arg\((?:[^;]*[.>, ])?(?!k[A-Z])\w*(?i:name|text|tabelle|feld)\w*(?:\(\))?\)\s*\.arg\(")
 INCLUDE = re.compile(r'^#include "([^"]+)"', re.M)
 WIDGETS = re.compile(r"^#include <Q(Widget|Application|MainWindow|Dialog|Label|PushButton)\b", re.M)
 # What would run a program, a library or a command; the desktop's own call for addresses has one place.
@@ -75,6 +77,13 @@ def starten_pruefen(dateien):
             yield f"src/{name}: '{wort}' startet etwas anderes"
 
 
+def einsetzen_pruefen(dateien):
+    for name, text in dateien.items():
+        for fund in EINSETZEN.finditer(text):
+            zeile = text.count("\n", 0, fund.start()) + 1
+            yield f"src/{name}:{zeile}: ein Text, in den danach noch eingesetzt wird"
+
+
 def ringe_suchen(dateien):
     fertig, offen = set(), []
 
@@ -112,7 +121,13 @@ def tests_pruefen(wurzel, bau):
 def main():
     wurzel, bau = map(pathlib.Path, sys.argv[1:3])
     dateien = quellen(wurzel)
-    funde = [*includes_pruefen(dateien), *ringe_suchen(dateien), *starten_pruefen(dateien), *tests_pruefen(wurzel, bau)]
+    funde = [
+        *includes_pruefen(dateien),
+        *ringe_suchen(dateien),
+        *starten_pruefen(dateien),
+        *einsetzen_pruefen(dateien),
+        *tests_pruefen(wurzel, bau),
+    ]
     print("\n".join(funde) if funde else f"{len(dateien)} Quelldateien in Ordnung")
     return 1 if funde else 0
 

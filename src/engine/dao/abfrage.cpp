@@ -66,9 +66,7 @@ class Leser {
 void Leser::erwartet(const QString& was) const {
     throw EngineFehler(kSyntaxfehler,
                        QStringLiteral("Syntaxfehler in der Abfrage '%1' an der Stelle %2: erwartet wird %3.")
-                           .arg(text_)
-                           .arg(marke_.stelle + 1)
-                           .arg(was));
+                           .arg(text_, QString::number(marke_.stelle + 1), was));
 }
 
 QString Leser::name() {

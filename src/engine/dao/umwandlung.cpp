@@ -34,13 +34,11 @@ QString gezeigt(const Wert& wert) {
 }
 
 [[noreturn]] void zuLang(const engine::FeldDef& feld, const Wert& wert, qsizetype laenge) {
-    throw EngineFehler(kFeldZuKlein,
-                       QStringLiteral("Das Feld '%1' nimmt höchstens %2 Zeichen auf, der Wert '%3' hat %4. "
-                                      "Vergrößern Sie das Feld in der Tabelle oder kürzen Sie den Wert.")
-                           .arg(feld.name)
-                           .arg(feld.groesse)
-                           .arg(gezeigt(wert))
-                           .arg(laenge));
+    throw EngineFehler(
+        kFeldZuKlein,
+        QStringLiteral("Das Feld '%1' nimmt höchstens %2 Zeichen auf, der Wert '%3' hat %4. "
+                       "Vergrößern Sie das Feld in der Tabelle oder kürzen Sie den Wert.")
+            .arg(feld.name, QString::number(feld.groesse), gezeigt(wert), QString::number(laenge)));
 }
 
 Wert alsTextwert(const engine::FeldDef& feld, const Wert& wert) {

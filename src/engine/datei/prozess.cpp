@@ -40,7 +40,8 @@ bool laeuft(const Prozess& prozess) {
 }
 
 QString prozesskennung(const Prozess& prozess) {
-    return QStringLiteral("%1-%2-%3").arg(rechnerkennung()).arg(prozess.nummer).arg(prozess.beginn);
+    return QStringLiteral("%1-%2-%3")
+        .arg(rechnerkennung(), QString::number(prozess.nummer), QString::number(prozess.beginn));
 }
 
 QString prozessmuster() {

@@ -219,8 +219,7 @@ void DbaseOrdner::feldnamePruefen(const QString& name) const {
         QStringLiteral(
             "'%1' ist in einer dBase-Tabelle kein gültiger Feldname. Wählen Sie einen mit 1 bis %2 "
             "Buchstaben, Ziffern und Unterstrichen, der mit einem Buchstaben beginnt.")
-            .arg(name)
-            .arg(kMaxFeldname));
+            .arg(name, QString::number(kMaxFeldname)));
 }
 
 // A column of the folder's own may be called in other ways.

@@ -130,8 +130,7 @@ void hindernisPruefen(const engine::FeldDef& feld, const Merkmal& m) {
                          "Die Tabelle mit dem Feld '%1' ist in einem Zeichensatz (%2) geschrieben, der "
                          "nicht geschrieben werden kann. Speichern Sie die Tabelle mit dem Programm, aus "
                          "dem sie stammt, im Zeichensatz 850 oder 1252.")
-                         .arg(feld.name)
-                         .arg(m.seite.seite));
+                         .arg(feld.name, QString::number(m.seite.seite)));
     }
 }
 
@@ -179,8 +178,7 @@ void spaltenBenennen(Schreibplan& plan, const engine::TabellenDef& def) {
                 QStringLiteral("Tabelle '%1': Das Feld '%2' heißt in der dBase-Datei '%3', da "
                                "ein Feldname dort höchstens %4 Buchstaben, Ziffern und "
                                "Unterstriche hat.")
-                    .arg(plan.tabelle, spalte.name, neu)
-                    .arg(kMaxFeldname));
+                    .arg(plan.tabelle, spalte.name, neu, QString::number(kMaxFeldname)));
     }
 }
 
@@ -225,9 +223,7 @@ Schreibplan schreibplanErstellen(const engine::TabellenDef& def) {
             kZuVieleFelder,
             QStringLiteral("Die Tabelle '%1' hat %2 Felder; eine dBase-Tabelle dieser Art nimmt 1 bis %3 "
                            "auf. Verringern Sie die Zahl der Felder.")
-                .arg(def.name)
-                .arg(def.felder.size())
-                .arg(hoechstens));
+                .arg(def.name, QString::number(def.felder.size()), QString::number(hoechstens)));
     for (const engine::FeldDef& feld : def.felder) {
         feldPlanbar(feld);
         const std::optional<Merkmal> m = merkmalVon(feld);
@@ -251,9 +247,7 @@ void spaltenAnordnen(Schreibplan& plan) {
             kSystemgrenze,
             QStringLiteral("Ein Datensatz der Tabelle '%1' wäre %2 Zeichen lang; eine dBase-Tabelle dieser "
                            "Art nimmt höchstens %3 auf. Entfernen oder verkürzen Sie Textfelder.")
-                .arg(plan.tabelle)
-                .arg(ab)
-                .arg(hoechstens));
+                .arg(plan.tabelle, QString::number(ab), QString::number(hoechstens)));
 }
 
 void tabellePlanbar(const engine::TabellenDef& def) {

@@ -81,8 +81,7 @@ class Planung {
                 kUngueltigerName,
                 QStringLiteral("'%1' ist kein gültiger Name für eine dBase-Tabelle. Wählen Sie einen "
                                "Namen mit höchstens %2 Zeichen ohne : / \\ * ? [ ] . \" < > |")
-                    .arg(name)
-                    .arg(kMaxTabellenname));
+                    .arg(name, QString::number(kMaxTabellenname)));
         for (const Eintrag& e : eintraege_)
             if (&e != selbst && gleich(e.name, name))
                 throw EngineFehler(kNameVorhanden,

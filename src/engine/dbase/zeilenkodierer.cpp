@@ -90,9 +90,7 @@ Zeilenkodierer::Zeilenkodierer(Schreibplan& plan) : plan_(plan), messungen_(plan
 
 void Zeilenkodierer::ablehnen(int nummer, const Schreibspalte& spalte, const QString& was) const {
     throw EngineFehler(nummer, QStringLiteral("Tabelle '%1', Feld '%2', Datensatz %3: %4")
-                                   .arg(plan_.tabelle, spalte.name)
-                                   .arg(zeilen_)
-                                   .arg(was));
+                                   .arg(plan_.tabelle, spalte.name, QString::number(zeilen_), was));
 }
 
 void Zeilenkodierer::pruefen(const engine::Zeile& zeile) {
@@ -132,9 +130,8 @@ void Zeilenkodierer::textPruefen(const Schreibspalte& spalte, Messung& messung, 
         ablehnen(
             kFeldZuKlein, spalte,
             QStringLiteral("Der Text '%1' hat %2 Zeichen, das Feld nimmt nur %3 auf. Kürzen Sie den Text.")
-                .arg(text.left(kGezeigteZeichen).toString())
-                .arg(text.size())
-                .arg(spalte.laenge));
+                .arg(text.left(kGezeigteZeichen).toString(), QString::number(text.size()),
+                     QString::number(spalte.laenge)));
     messung.zuLang = messung.zuLang || text.size() > kMaxTextbreite;
     if (text.size() > probe_.size()) probe_.resize(text.size());
     const qsizetype fehlend = plan_.zeichensatz.schreiben(text, probe_.data());
@@ -143,9 +140,9 @@ void Zeilenkodierer::textPruefen(const Schreibspalte& spalte, Messung& messung, 
                  QStringLiteral(
                      "Das Zeichen '%1' (U+%2) gibt es im Zeichensatz %3 der Tabelle nicht. Ersetzen Sie "
                      "es durch ein anderes.")
-                     .arg(text[fehlend])
-                     .arg(uint(text[fehlend].unicode()), 4, 16, QLatin1Char('0'))
-                     .arg(plan_.zeichensatz.seite()));
+                     .arg(QString(text[fehlend]),
+                          QStringLiteral("%1").arg(uint(text[fehlend].unicode()), 4, 16, QLatin1Char('0')),
+                          QString::number(plan_.zeichensatz.seite())));
     if (plan_.ausSchaetzung && zeilen_ <= kSchaetzSaetze) schaetzer_.feld(probe_.constData(), text.size());
     if (spalte.schreibart == Schreibart::Text) return;
     if (QByteArrayView(probe_).first(text.size()).contains(QByteArrayView(kWeicherUmbruch)))
@@ -198,8 +195,7 @@ void Zeilenkodierer::festlegen() {
             kSystemgrenze,
             QStringLiteral("Die Tabelle '%1' wäre mit ihren %2 Datensätzen größer als 2 GB; mehr "
                            "fasst eine dBase-Datei nicht. Teilen Sie die Tabelle.")
-                .arg(plan_.tabelle)
-                .arg(zeilen_));
+                .arg(plan_.tabelle, QString::number(zeilen_)));
     // Without any sign of its page the table must be taken for what it is by the letters alone.
     if (plan_.ausSchaetzung && schaetzer_.seite() != plan_.zeichensatz.seite())
         plan_.sprachbyte = sprachbyteFuerSeite(plan_.zeichensatz.seite());
@@ -219,11 +215,8 @@ void Zeilenkodierer::zahlFestlegen(Schreibspalte& spalte, const Messung& messung
         kFeldZuKlein,
         QStringLiteral("Tabelle '%1', Feld '%2': Die Zahlen der Datensätze %3 und %4 brauchen zusammen "
                        "%5 Stellen, ein Zahlenfeld von dBase hat höchstens %6. Runden Sie die Zahlen.")
-            .arg(plan_.tabelle, spalte.name)
-            .arg(messung.zeileVorkomma)
-            .arg(messung.zeileNachkomma)
-            .arg(noetig)
-            .arg(breite));
+            .arg(plan_.tabelle, spalte.name, QString::number(messung.zeileVorkomma),
+                 QString::number(messung.zeileNachkomma), QString::number(noetig), QString::number(breite)));
 }
 
 void Zeilenkodierer::hinweiseSammeln(const Schreibspalte& spalte, const Messung& messung) {
@@ -286,9 +279,8 @@ void Zeilenkodierer::wertSchreiben(const Schreibspalte& spalte, Messung& messung
                              QStringLiteral(
                                  "Die Zahl %1 passt nicht in das Feld, das %2 Zeichen breit ist und %3 "
                                  "Nachkommastellen hat. Verbreitern Sie das Feld in der Ausgangstabelle.")
-                                 .arg(wert.alsText())
-                                 .arg(spalte.laenge)
-                                 .arg(spalte.stellen));
+                                 .arg(wert.alsText(), QString::number(spalte.laenge),
+                                      QString::number(spalte.stellen)));
             }
             return;
         case Schreibart::Memo:

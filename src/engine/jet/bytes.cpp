@@ -6,7 +6,8 @@
 namespace jet {
 
 void beschaedigt(QStringView struktur, quint32 seite, qint64 stelle) {
-    QString text = u"Die Datenbankdatei ist beschädigt (%1, Seite %2"_qs.arg(struktur.toString()).arg(seite);
+    QString text = u"Die Datenbankdatei ist beschädigt (%1, Seite %2"_qs.arg(struktur.toString(),
+                                                                             QString::number(seite));
     if (stelle >= 0) text += u", Stelle %1"_qs.arg(stelle);
     text +=
         u"). Verwenden Sie eine Sicherungskopie oder lassen Sie die Datei in Access komprimieren und "

@@ -53,8 +53,8 @@ void Verzeichnis::elternPruefen(Lauf& lauf, const Objekt& objekt) const {
 
 void Verzeichnis::pruefen(Lauf& lauf, const Objekt& objekt) {
     if (!ids_.insert(objekt.id).second)
-        lauf.melden(objekt.ort.seite,
-                    u"»%1« hat die Nummer %2 eines anderen Objekts"_qs.arg(objekt.name).arg(objekt.id));
+        lauf.melden(objekt.ort.seite, u"»%1« hat die Nummer %2 eines anderen Objekts"_qs.arg(
+                                          objekt.name, QString::number(objekt.id)));
     namePruefen(lauf, objekt);
     elternPruefen(lauf, objekt);
 }

@@ -104,9 +104,8 @@ void gegenseitePruefen(Lauf& lauf, const Tabelle& tabelle, const LogischerIndex&
         const Tabelle andere = tdefLesen(lauf.datei(), index.andereTabelle);
         const LogischerIndex* gegen = mitNummer(andere, index.andererIndex);
         if (!gegen || gegen->andereTabelle != tabelle.seite() || gegen->andererIndex != qint32(index.nummer))
-            lauf.melden(tabelle.seite(),
-                        u"die Beziehung »%1« hat auf Seite %2 keine Gegenseite"_qs.arg(index.name)
-                            .arg(index.andereTabelle));
+            lauf.melden(tabelle.seite(), u"die Beziehung »%1« hat auf Seite %2 keine Gegenseite"_qs.arg(
+                                             index.name, QString::number(index.andereTabelle)));
     });
 }
 
@@ -156,8 +155,8 @@ std::vector<quint32> karteNehmen(Lauf& lauf, Zeilenort ort, Teil teil, const QSt
         for (const quint32 seite : karte.seiten)
             if (lauf.belegen(seite, teil)) seiten.push_back(seite);
         if (karte.jenseits != 0)
-            lauf.melden(ort.seite,
-                        u"%1: %2 Seiten jenseits des Dateiendes"_qs.arg(wessen).arg(karte.jenseits));
+            lauf.melden(ort.seite, u"%1: %2 Seiten jenseits des Dateiendes"_qs.arg(
+                                       wessen, QString::number(karte.jenseits)));
     });
     return seiten;
 }

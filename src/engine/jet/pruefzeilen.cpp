@@ -227,21 +227,20 @@ std::optional<QByteArrayView> Langwertpruefung::stueckHolen(const Spalte& spalte
                                                             quint32 seite) {
     const auto karte = spalteDerSeite_.find(ort.seite);
     if (karte == spalteDerSeite_.end() || karte->second != spalte.nummer) {
-        lauf_.melden(
-            seite, u"langer Wert in »%1« liegt auf der fremden Seite %2"_qs.arg(spalte.name).arg(ort.seite));
+        lauf_.melden(seite, u"langer Wert in »%1« liegt auf der fremden Seite %2"_qs.arg(
+                                spalte.name, QString::number(ort.seite)));
         return {};
     }
     const Zeilenbytes roh = zeileHolen(lauf_.datei(), ort, false, lauf_.name());
     if (slotsLesen(lauf_.format(), roh.seite, ort.seite)[ort.zeile].flags != 0) {
-        lauf_.melden(seite,
-                     u"langer Wert in »%1« ist auf Seite %2 gelöscht"_qs.arg(spalte.name).arg(ort.seite));
+        lauf_.melden(seite, u"langer Wert in »%1« ist auf Seite %2 gelöscht"_qs.arg(
+                                spalte.name, QString::number(ort.seite)));
         return {};
     }
     Slotmenge& vergeben = vergeben_[ort.seite];
     if (vergeben.test(ort.zeile)) {
-        lauf_.melden(seite,
-                     u"langer Wert in »%1« benutzt ein vergebenes Stück auf Seite %2"_qs.arg(spalte.name)
-                         .arg(ort.seite));
+        lauf_.melden(seite, u"langer Wert in »%1« benutzt ein vergebenes Stück auf Seite %2"_qs.arg(
+                                spalte.name, QString::number(ort.seite)));
         return {};
     }
     vergeben.set(ort.zeile);
@@ -268,8 +267,8 @@ bool Langwertpruefung::wertPruefen(const Spalte& spalte, QByteArrayView feld, qu
         } while (ort.seite != 0);
     }
     if (da < laenge)
-        lauf_.melden(seite,
-                     u"langer Wert in »%1« hat %2 Bytes statt %3"_qs.arg(spalte.name).arg(da).arg(laenge));
+        lauf_.melden(seite, u"langer Wert in »%1« hat %2 Bytes statt %3"_qs.arg(
+                                spalte.name, QString::number(da), QString::number(laenge)));
     return da >= laenge;
 }
 

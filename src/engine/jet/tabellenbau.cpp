@@ -53,8 +53,7 @@ void felderPruefen(const engine::TabellenDef& def) {
     if (def.felder.empty() || def.felder.size() > size_t(dao::kMaxFelder))
         throw EngineFehler(kZuVieleFelder,
                            u"Die Tabelle '%1' hat %2 Felder. Erlaubt sind 1 bis 255; entfernen Sie die "
-                           "überzähligen."_qs.arg(def.name)
-                               .arg(def.felder.size()));
+                           "überzähligen."_qs.arg(def.name, QString::number(def.felder.size())));
     std::vector<QString> namen;
     for (const engine::FeldDef& feld : def.felder) {
         namenPruefen(u"Feldname"_qs, feld.name, namen);
@@ -73,8 +72,7 @@ void indexPruefen(const engine::TabellenDef& def, const engine::IndexDef& index)
     if (index.felder.empty() || index.felder.size() > kMaxIndexfelder)
         grenze(
             u"Der Index '%1' der Tabelle '%2' hat %3 Felder; erlaubt sind 1 bis 10. Ändern Sie den Index in Access."_qs
-                .arg(index.name, def.name)
-                .arg(index.felder.size()));
+                .arg(index.name, def.name, QString::number(index.felder.size())));
     for (const engine::IndexFeld& feld : index.felder)
         if (!hatFeld(def, feld.name))
             throw EngineFehler(
@@ -128,8 +126,7 @@ Tabelle entwerfen(const Format& format, const engine::TabellenDef& def) {
     if (festerTeil(tabelle) > format.laengsteZeile)
         grenze(
             u"Die Felder der Tabelle '%1' passen nicht in einen Datensatz von %2 Bytes. Entfernen Sie Felder."_qs
-                .arg(def.name)
-                .arg(format.laengsteZeile));
+                .arg(def.name, QString::number(format.laengsteZeile)));
     return tabelle;
 }
 
@@ -171,8 +168,7 @@ void tabellenDefPruefen(const engine::TabellenDef& def) {
     if (indexe.size() > kMaxIndexe)
         grenze(
             u"Die Tabelle '%1' hat %2 Indizes; erlaubt sind höchstens 32. Löschen Sie Indizes in Access."_qs
-                .arg(def.name)
-                .arg(indexe.size()));
+                .arg(def.name, QString::number(indexe.size())));
     std::vector<QString> namen;
     for (const engine::IndexDef& index : indexe) {
         namenPruefen(u"Indexname"_qs, index.name, namen);

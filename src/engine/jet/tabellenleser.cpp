@@ -15,8 +15,7 @@ std::vector<quint32> datenseiten(const Seitendatei& datei, const Tabelle& tabell
     throw EngineFehler(kBeschaedigt,
                        u"Die Tabelle '%1' ist nicht vollständig: Der Datei fehlt ihr Ende (Seiten ab %2). "
                        u"Verwenden Sie eine "
-                       "Sicherungskopie."_qs.arg(tabelle.name)
-                           .arg(datei.seitenzahl()));
+                       "Sicherungskopie."_qs.arg(tabelle.name, QString::number(datei.seitenzahl())));
 }
 
 }  // namespace

@@ -53,9 +53,8 @@ void Zeilenschreiber::zeileZuLang() const {
         kSystemgrenze,
         u"Der %1. Datensatz der Tabelle '%2' ist zu lang: Das Dateiformat lässt höchstens %3 Bytes je "
         u"Datensatz "
-        "zu. Kürzen Sie seine Texte oder verwenden Sie Felder vom Typ Memo."_qs.arg(anzahl_ + 1)
-            .arg(tabelle_.name)
-            .arg(datei_.format().laengsteZeile));
+        "zu. Kürzen Sie seine Texte oder verwenden Sie Felder vom Typ Memo."_qs.arg(
+            QString::number(anzahl_ + 1), tabelle_.name, QString::number(datei_.format().laengsteZeile)));
 }
 
 // The values of the row with the fields of the long ones.

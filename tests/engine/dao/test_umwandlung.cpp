@@ -121,6 +121,19 @@ TEST(UmwandlungTest, ZuLangerTextUndZuLangeBytesSind3163) {
     EXPECT_EQ(fehlerVon([] { umgewandelt(dao::dbBinary, Wert(QByteArray("abcd")), 3); }), kFeldZuKlein);
 }
 
+// A name or value with a per cent sign and a number is a text like any other.
+TEST(UmwandlungTest, DieMeldungHatAuchNamenMitProzentzeichenAmRechtenPlatz) {
+    QString text;
+    try {
+        dao::feldwertAus(feldDef(u"Rabatt %2 %3", dao::dbText, 5), Wert(u"%4 Rabatt"));
+    } catch (const EngineFehler& fehler) {
+        text = fehler.beschreibung();
+    }
+    EXPECT_TRUE(text.startsWith(
+        QStringLiteral("Das Feld 'Rabatt %2 %3' nimmt höchstens 5 Zeichen auf, der Wert '%4 Rabatt' hat 9. ")))
+        << text.toStdString();
+}
+
 TEST(UmwandlungTest, DezimalfeldMitStellen) {
     engine::FeldDef feld = feldDef(u"F", dao::dbDecimal, 16);
     feld.genauigkeit = 5;
