@@ -5,6 +5,7 @@ Says what it does, leaves a picture of every frame, prints the figures of the re
 table's row count as mdbtools sees it.
 """
 import argparse
+import os
 import pathlib
 import shutil
 import subprocess
@@ -118,7 +119,9 @@ def main():
     with tempfile.TemporaryDirectory() as ordner:
         datenbank = pathlib.Path(ordner) / wahl.beispiel.name
         shutil.copy(wahl.beispiel, datenbank)
-        with Fernsteuerung(wahl.programm) as fern:
+        # What the walk enters is not for the user's own store.
+        umgebung = {**os.environ, "LINDGARN_ABLAGE": str(pathlib.Path(ordner) / "ablage")}
+        with Fernsteuerung(wahl.programm, umgebung) as fern:
             v = Vorfuehrung(fern, wahl.bilder.resolve())
             ziel = zum_start(v, datenbank)
             suche_und_nachbearbeitung(v)

@@ -22,8 +22,15 @@ constexpr char kStrom8[] = "Workbook";
 constexpr char kStrom5[] = "Book";
 constexpr char kAenderungsprotokoll[] = "Revision Log";
 
+// No program writes a larger .xls; what is called so is something else, and would fill the memory.
+constexpr qint64 kGroessteMappe = qint64(2) << 30;
+
 QByteArray dateiLesen(const QString& pfad) {
     QFile datei(pfad);
+    if (datei.size() > kGroessteMappe)
+        throw EngineFehler(kSystemgrenze, QStringLiteral("Die Datei '%1' ist größer als 2 GB; so groß wird "
+                                                         "keine Arbeitsmappe von Microsoft Excel.")
+                                              .arg(QFileInfo(pfad).fileName()));
     if (!datei.open(QIODevice::ReadOnly))
         throw EngineFehler(kDateifehler, QStringLiteral("Die Datei '%1' kann nicht geöffnet werden: %2")
                                              .arg(QFileInfo(pfad).fileName(), datei.errorString()));

@@ -228,6 +228,16 @@ TEST_F(ExcelDatei, BeideFassungenEinerDoppeltenDateiAendernSich) {
     EXPECT_EQ(bytesVon(pfad), vorher);
 }
 
+TEST_F(ExcelDatei, WasFuerEineMappeZuGrossIstWirdNichtGelesen) {
+    const QString pfad = ordner.filePath(QStringLiteral("gross.xls"));
+    QFile datei(pfad);
+    ASSERT_TRUE(datei.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(datei.resize((qint64(2) << 30) + 1));  // takes no room on the disk
+    QString text;
+    EXPECT_EQ(fehlerVon([&] { excel::XlsDatei mappe(pfad); }, &text), kSystemgrenze);
+    EXPECT_TRUE(text.contains("größer als 2 GB")) << text.toStdString();
+}
+
 TEST_F(ExcelDatei, NurDiagrammeSindKeineTabellen) {
     // A workbook whose only worksheet went: the charts stay.
     const QString pfad = kopie("44010-TwoCharts.xls");
