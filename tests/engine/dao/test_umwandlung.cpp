@@ -129,8 +129,8 @@ TEST(UmwandlungTest, DieMeldungHatAuchNamenMitProzentzeichenAmRechtenPlatz) {
     } catch (const EngineFehler& fehler) {
         text = fehler.beschreibung();
     }
-    EXPECT_TRUE(text.startsWith(
-        QStringLiteral("Das Feld 'Rabatt %2 %3' nimmt höchstens 5 Zeichen auf, der Wert '%4 Rabatt' hat 9. ")))
+    EXPECT_TRUE(text.startsWith(QStringLiteral(
+        "Das Feld 'Rabatt %2 %3' nimmt höchstens 5 Zeichen auf, der Wert '%4 Rabatt' hat 9. ")))
         << text.toStdString();
 }
 
